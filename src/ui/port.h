@@ -1,0 +1,67 @@
+// What a window system gives the program: modal message and input boxes, the
+// common file dialogs, progress, a yield to the interface during long runs, a
+// beep and the busy pointer. The command line, the desktop program and the
+// tests each implement it.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace tobel {
+
+enum class Buttons { ok, ok_cancel, yes_no, yes_no_cancel };
+enum class Answer { ok, cancel, yes, no };
+enum class Icon { none, information, warning, critical, question };
+
+class Port {
+public:
+    virtual ~Port() = default;
+
+    virtual Answer message_box(const std::string& text, Buttons buttons, Icon icon,
+                               const std::string& title) = 0;
+    // Empty optional when the user cancels.
+    virtual std::optional<std::string> input_box(const std::string& prompt, const std::string& title,
+                                                 const std::string& initial) = 0;
+    // `filter` in the form "TOBEL-3 Files (*.TOB)|*.TOB". Empty optional on cancel.
+    virtual std::optional<std::string> open_file_dialog(const std::string& filter,
+                                                        const std::string& initial) = 0;
+    virtual std::optional<std::string> save_file_dialog(const std::string& filter,
+                                                        const std::string& initial,
+                                                        bool overwrite_prompt) = 0;
+    // A line of the progress box of a long run.
+    virtual void progress(const std::string& line) = 0;
+    // Lets the interface process its events. Returns true when the user has
+    // pressed Stop since the last call.
+    virtual bool yield() = 0;
+    virtual void beep() = 0;
+    virtual void busy(bool on) = 0;
+};
+
+// A port that answers every question with a fixed answer and shows nothing:
+// for batch runs and searches.
+class QuietPort : public Port {
+public:
+    explicit QuietPort(Answer answer = Answer::no) : answer_(answer) {}
+    Answer message_box(const std::string&, Buttons buttons, Icon, const std::string&) override;
+    std::optional<std::string> input_box(const std::string&, const std::string&, const std::string&) override
+    {
+        return std::nullopt;
+    }
+    std::optional<std::string> open_file_dialog(const std::string&, const std::string&) override
+    {
+        return std::nullopt;
+    }
+    std::optional<std::string> save_file_dialog(const std::string&, const std::string&, bool) override
+    {
+        return std::nullopt;
+    }
+    void progress(const std::string&) override {}
+    bool yield() override { return false; }
+    void beep() override {}
+    void busy(bool) override {}
+
+private:
+    Answer answer_;
+};
+
+} // namespace tobel

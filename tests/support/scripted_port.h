@@ -1,0 +1,76 @@
+// A platform port for tests: answers questions from a queue, records every
+// box, progress line and beep.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ui/port.h"
+
+namespace tobel::test {
+
+class ScriptedPort : public Port {
+public:
+    struct Box {
+        std::string text;
+        Buttons buttons;
+        Icon icon;
+        std::string title;
+    };
+    std::deque<Answer> answers;             // next answers; default below when empty
+    Answer default_answer = Answer::no;
+    std::deque<std::optional<std::string>> files;   // answers of the file dialogs
+    std::deque<std::optional<std::string>> inputs;  // answers of the input boxes
+    std::vector<Box> boxes;
+    std::vector<std::string> progress_lines;
+    std::vector<std::string> dialog_filters;
+    int beeps = 0;
+    int yields = 0;
+    int stop_after_yields = -1;  // yield() reports Stop once this many yields have passed
+
+    Answer message_box(const std::string& text, Buttons b, Icon i, const std::string& title) override
+    {
+        boxes.push_back({text, b, i, title});
+        if (answers.empty()) return b == Buttons::ok ? Answer::ok : default_answer;
+        Answer a = answers.front();
+        answers.pop_front();
+        return a;
+    }
+    std::optional<std::string> input_box(const std::string&, const std::string&, const std::string&) override
+    {
+        if (inputs.empty()) return std::nullopt;
+        auto a = inputs.front();
+        inputs.pop_front();
+        return a;
+    }
+    std::optional<std::string> open_file_dialog(const std::string& filter, const std::string&) override
+    {
+        return next_file(filter);
+    }
+    std::optional<std::string> save_file_dialog(const std::string& filter, const std::string&, bool) override
+    {
+        return next_file(filter);
+    }
+    void progress(const std::string& line) override { progress_lines.push_back(line); }
+    bool yield() override
+    {
+        ++yields;
+        return stop_after_yields >= 0 && yields > stop_after_yields;
+    }
+    void beep() override { ++beeps; }
+    void busy(bool) override {}
+
+private:
+    std::optional<std::string> next_file(const std::string& filter)
+    {
+        dialog_filters.push_back(filter);
+        if (files.empty()) return std::nullopt;
+        auto a = files.front();
+        files.pop_front();
+        return a;
+    }
+};
+
+} // namespace tobel::test

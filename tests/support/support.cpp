@@ -1,0 +1,2 @@
+// Anchor of the test support library.
+#include "support/scripted_port.h"
