@@ -83,6 +83,7 @@ struct Project {
     Grid3 zgrid;
     int16 surface_defined = 0;
     int16 surface_kind = 0;
+    float grid_blank = 0;  // blanking value of grid files, set by the stack rebuild
 
     // 4. Input cross-sections
     int16 num_sections = 0;
@@ -152,6 +153,11 @@ struct Project {
     int16 solve_interactive = 0, solve_abort = 0;
     int16 report_kind = 0;
     int iteration_total = 0;  // iterations over all passes, for display
+    // Spencer and Morgenstern-Price indices, shown by the solution printout
+    int16 iteration_count = 0;
+    float moment_shear = 0, moment_other = 0, resisting_sum = 0;
+    float thrust_ratio_mean = 0, thrust_ratio_min = 0, thrust_ratio_max = 0;
+    float vol_thrust_inside = 0, vol_thrust_middle = 0, vol_tension = 0, vol_overstressed = 0;
 
     // Lateral balance sums (kept for the printout)
     float weight_flat = 0, weight_positive = 0, weight_negative = 0, thrust_positive = 0;

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tobel {
 
@@ -35,6 +36,11 @@ public:
     virtual bool yield() = 0;
     virtual void beep() = 0;
     virtual void busy(bool on) = 0;
+    // A window of plain text lines: the result panel, the message lists, the
+    // solution printout.
+    virtual void show_text(const std::string& caption, const std::vector<std::string>& lines) = 0;
+    // A drawing window is brought up with this caption; `view_mode` says what it shows.
+    virtual void show_view(int view_mode, const std::string& caption) = 0;
 };
 
 // A port that answers every question with a fixed answer and shows nothing:
@@ -59,6 +65,8 @@ public:
     bool yield() override { return false; }
     void beep() override {}
     void busy(bool) override {}
+    void show_text(const std::string&, const std::vector<std::string>&) override {}
+    void show_view(int, const std::string&) override {}
 
 private:
     Answer answer_;

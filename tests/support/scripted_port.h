@@ -61,6 +61,17 @@ public:
     }
     void beep() override { ++beeps; }
     void busy(bool) override {}
+    struct TextWindow {
+        std::string caption;
+        std::vector<std::string> lines;
+    };
+    std::vector<TextWindow> texts;
+    std::vector<std::pair<int, std::string>> views;
+    void show_text(const std::string& caption, const std::vector<std::string>& lines) override
+    {
+        texts.push_back({caption, lines});
+    }
+    void show_view(int view_mode, const std::string& caption) override { views.emplace_back(view_mode, caption); }
 
 private:
     std::optional<std::string> next_file(const std::string& filter)

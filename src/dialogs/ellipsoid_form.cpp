@@ -1,0 +1,95 @@
+#include "dialogs/ellipsoid_form.h"
+
+#include "dialogs/numeric_entry.h"
+#include "project/menu_model.h"
+#include "project/numtext.h"
+#include "surfaces/crack.h"
+#include "surfaces/ellipsoid.h"
+
+namespace tobel {
+
+EllipsoidForm open_ellipsoid_form(const Project& p)
+{
+    EllipsoidForm form;
+    form.value(field_x) = p.search_x;
+    form.value(field_y) = p.single_y;
+    form.value(field_z) = p.single_z;
+    form.value(field_tangent) = p.tangent_z;
+    form.value(field_aspect) = p.aspect_in;
+    form.field = 1;
+    return form;
+}
+
+void ellipsoid_form_key(EllipsoidForm& form, FieldKey key)
+{
+    if (key == FieldKey::up)
+        --form.field;
+    else
+        ++form.field;
+    if (form.field < 1)
+        form.field = 1;
+    if (form.field > 5)
+        form.field = 5;
+}
+
+bool ellipsoid_form_accepts(const std::string& text, char key, int caret)
+{
+    return numeric_key_accepted(text, key, caret);
+}
+
+void ellipsoid_form_enter(EllipsoidForm& form, int field, std::string_view text)
+{
+    if (field < 1 || field > 5)
+        return;
+    form.value(field) = float(val(text));
+}
+
+void ellipsoid_form_preview(Project& p, EllipsoidForm& form, double top, double bottom, double exaggeration)
+{
+    // The section shown is the mesh row nearest to the centre's X.
+    const float rows_from_min = (form.value(field_x) - p.x_min) / p.row_spacing;
+    long row = cint(double(rows_from_min)) + 1;
+    if (row < 1)
+        row = 1;
+    p.view_row = int16(row);
+
+    // First proposal. Y is half the span of the mesh, not its middle.
+    if (form.value(field_y) == 0.0f && form.value(field_z) == 0.0f) {
+        form.value(field_y) = (p.y_max - p.y_min) / 2.0f;
+        form.value(field_z) = float(((top - bottom) / 2.0 + bottom) / exaggeration);
+        form.value(field_tangent) = float(((top - bottom) / 5.0 + bottom) / exaggeration);
+    }
+}
+
+EllipsoidNext continue_ellipsoid_form(Project& p, const EllipsoidForm& form, Port& port)
+{
+    (void)port;
+    p.search_x = form.value(field_x);
+    p.single_y = form.value(field_y);
+    p.single_z = form.value(field_z);
+    p.tangent_z = form.value(field_tangent);
+    p.aspect_in = form.value(field_aspect);
+    p.radius_in = form.value(field_z) - form.value(field_tangent);
+
+    p.ell_x = p.search_x;
+    p.ell_y = p.single_y;
+    p.ell_z = p.single_z;
+    p.ell_radius = p.radius_in;
+    p.ell_aspect = p.aspect_in;
+
+    clear_sliding_surface(p);
+    build_ellipsoid(p);
+
+    // A composite surface goes on to its wedge planes, which settle the kind.
+    if (p.form_mode == 3)
+        return EllipsoidNext::to_wedge_form;
+
+    p.surface_defined = -1;
+    p.surface_kind = 1;
+    apply_crack(p);
+    scale_forces(p);
+    show_solve_menu(p, SolveItems::single_trial, p.num_rows >= 2);
+    return EllipsoidNext::solved_ready;
+}
+
+} // namespace tobel

@@ -1,0 +1,337 @@
+#include "project/data_file.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "geometry/grid_file.h"
+#include "project/defaults.h"
+#include "project/input_reader.h"
+#include "project/menu_model.h"
+#include "project/numtext.h"
+#include "project/runtime_error.h"
+
+namespace tobel {
+
+static void put(std::string& out, const PrintLine& l)
+{
+    out += l.str();
+    out += "\r\n";
+}
+
+static void put_text(std::string& out, const std::string& s)
+{
+    out += s;
+    out += "\r\n";
+}
+
+static std::string data_file_text(Project& p)
+{
+    std::string out;
+    put_text(out, p.project_title);
+    put_text(out, p.dataset_title);
+    put_text(out, p.input_by);
+    put(out, PrintLine()
+                 .number(p.unit_weight_water)
+                 .integer(p.num_layers)
+                 .integer(p.num_piezos)
+                 .integer(p.num_discs));
+    derive_counts(p);
+    put(out, PrintLine().number(p.y_min).number(p.y_max).number(p.x_min).number(p.x_max));
+    put(out, PrintLine().integer(p.num_cols).integer(p.num_rows).integer(p.num_sections));
+    put(out, PrintLine().integer(p.interp_method).number(p.axis_y).number(p.axis_z));
+
+    for (int m = 1; m <= std::min<int>(p.num_mat_entries, material_capacity); ++m) {
+        if (p.mat_name[m].empty())
+            p.mat_name[m] = "Material";
+        put_text(out, p.mat_name[m]);
+        put(out, PrintLine()
+                     .number(p.mat_unit_weight[m])
+                     .integer(p.mat_type[m])
+                     .number(p.mat_cohesion[m])
+                     .number(p.mat_cohesion_v[m])
+                     .number(p.mat_phi[m])
+                     .number(p.mat_phi_v[m]));
+        // The piezo selection and B bar go twice; readers keep the second pair.
+        put(out, PrintLine()
+                     .number(p.mat_coef_a[m])
+                     .number(p.mat_coef_b[m])
+                     .number(p.mat_uniaxial[m])
+                     .number(p.mat_coef_d[m])
+                     .number(p.mat_piezo[m])
+                     .number(p.mat_bbar[m])
+                     .number(p.mat_piezo[m])
+                     .number(p.mat_bbar[m]));
+    }
+
+    const int surfaces = std::min<int>(p.sliding_index, surface_capacity);
+    for (int k = 1; k <= surfaces; ++k) {
+        if (p.surf_grd_file[k].empty())
+            p.surf_grd_file[k] = "*.GRD";
+        put(out, PrintLine().integer(p.surf_method[k]).number(p.surf_depth[k]).text(p.surf_grd_file[k]));
+    }
+
+    const int section_surfaces = std::min<int>(p.sliding_index, section_surface_capacity);
+    for (int s = 1; s <= std::min<int>(p.num_sections, section_capacity); ++s) {
+        put(out, PrintLine().number(p.sections.x[std::size_t(s)]));
+        for (int k = 1; k <= section_surfaces; ++k) {
+            const int n_pts = p.sections.n(s, k);
+            put(out, PrintLine().integer(n_pts));
+            for (int n = 1; n <= std::min(n_pts, section_point_capacity); ++n)
+                put(out, PrintLine().number(p.sections.y(s, n, k)).number(p.sections.z(s, n, k)));
+        }
+    }
+
+    put(out, PrintLine().number(p.base_z));
+    put(out, PrintLine()
+                 .number(p.search_x)
+                 .number(p.single_y)
+                 .number(p.single_z)
+                 .number(p.tangent_z)
+                 .number(p.aspect_in)
+                 .number(p.radius_in));
+    put(out, PrintLine()
+                 .number(p.grid_y_ul)
+                 .number(p.grid_z_ul)
+                 .number(p.grid_y_lr)
+                 .number(p.grid_z_lr)
+                 .number(p.grid_tan_spacing)
+                 .number(p.grid_n_y)
+                 .number(p.grid_n_z)
+                 .number(p.common_y)
+                 .number(p.common_z));
+    put(out, PrintLine().number(p.auto_y).number(p.auto_z).number(p.auto_spacing).number(p.auto_tan_spacing));
+
+    put(out, PrintLine().integer(p.num_wedges));
+    for (int w = 1; w <= std::min<int>(p.num_wedges, wedge_capacity); ++w)
+        put(out, PrintLine()
+                     .number(p.wedge_x[w])
+                     .number(p.wedge_y[w])
+                     .number(p.wedge_z[w])
+                     .number(p.wedge_code[w])
+                     .number(p.wedge_dip[w])
+                     .number(p.wedge_dipdir[w]));
+
+    put(out, PrintLine().integer(p.num_forces));
+    for (int f = 1; f <= std::min<int>(p.num_forces, force_capacity); ++f)
+        put(out, PrintLine()
+                     .number(p.force_h[f])
+                     .number(p.force_v[f])
+                     .number(p.force_x[f])
+                     .number(p.force_y[f])
+                     .number(p.force_z[f]));
+
+    put(out,
+        PrintLine().integer(p.crack_mode).number(p.crack_y).number(p.crack_depth).number(p.crack_water_pct));
+    // Only whether there is an earthquake load is kept, as a truth word.
+    put_text(out, p.eq_coef == 0 ? "True" : "False");
+    return out;
+}
+
+void write_data_file(Project& p, const std::string& path)
+{
+    const std::string text = data_file_text(p);
+    // A file beside the target takes the text first, so that a failed save
+    // never leaves a half-written project behind.
+    const std::string temp = path + ".tmp";
+    {
+        std::ofstream f(temp, std::ios::binary | std::ios::trunc);
+        if (!f)
+            throw RuntimeError(err_path_access, path);
+        f.write(text.data(), std::streamsize(text.size()));
+        f.close();
+        if (!f) {
+            std::error_code ec;
+            std::filesystem::remove(temp, ec);
+            throw RuntimeError(err_path_access, path);
+        }
+    }
+    std::error_code ec;
+    std::filesystem::rename(temp, path, ec);
+    if (ec) {
+        std::filesystem::remove(temp, ec);
+        throw RuntimeError(err_path_access, path);
+    }
+    update_recent_files(p);
+}
+
+namespace {
+
+struct BusyPointer {
+    Port& port;
+    explicit BusyPointer(Port& p) : port(p) { port.busy(true); }
+    ~BusyPointer() { port.busy(false); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+};
+
+} // namespace
+
+// Refuses a count that the tables cannot hold, naming it and where it was read.
+static void check_count(const InputReader& in, const char* what, long value, long low, long high)
+{
+    if (value < low || value > high)
+        throw RuntimeError(err_subscript, in.where() + ": " + what + " " + std::to_string(value) +
+                                              " exceeds the limits " + std::to_string(low) + ".." +
+                                              std::to_string(high));
+}
+
+static float single(InputReader& in)
+{
+    return float(in.number());
+}
+static int16 int16_item(InputReader& in)
+{
+    return int16(in.integer16());
+}
+
+void read_data_file(Project& p, const std::string& path, Port& port)
+{
+    BusyPointer busy(port);
+    InputReader in(path);
+
+    p.project_title = in.line();
+    p.dataset_title = in.line();
+    p.input_by = in.line();
+
+    p.unit_weight_water = single(in);
+    const int16 layers = int16_item(in);
+    const int16 piezos = int16_item(in);
+    const int16 discs = int16_item(in);
+    // The stack and the material table have fixed room.
+    check_count(in, "num_layers", layers, 0, section_surface_capacity);
+    check_count(in, "num_piezos", piezos, 0, section_surface_capacity);
+    check_count(in, "num_discs", discs, 0, material_capacity);
+    check_count(in, "sliding_index", long(layers) + piezos + 1, 1, section_surface_capacity);
+    check_count(in, "num_mat_entries", long(layers) + discs, 0, material_capacity);
+    p.num_layers = layers;
+    p.num_piezos = piezos;
+    p.num_discs = discs;
+    derive_counts(p);
+
+    p.y_min = single(in);
+    p.y_max = single(in);
+    p.x_min = single(in);
+    p.x_max = single(in);
+
+    const int16 cols = int16_item(in);
+    check_count(in, "num_cols", cols, 1, 3000);
+    const int16 rows = int16_item(in);
+    check_count(in, "num_rows", rows, 1, 3000);
+    const int16 sections = int16_item(in);
+    check_count(in, "num_sections", sections, 0, section_capacity);
+    p.num_cols = cols;
+    p.num_rows = rows;
+    p.num_sections = sections;
+    redim_grids(p);
+    p.row_spacing =
+        p.num_rows > 1 ? float((double(p.x_max) - double(p.x_min)) / double(p.num_rows - 1)) : 1.0f;
+    // No guard here: a one-column mesh fails as a division by zero.
+    if (p.num_cols == 1)
+        throw RuntimeError(err_division_by_zero, in.where());
+    p.col_spacing = float((double(p.y_max) - double(p.y_min)) / double(p.num_cols - 1));
+
+    p.interp_method = int16_item(in);
+    p.axis_y = single(in);
+    p.axis_z = single(in);
+
+    for (int m = 1; m <= p.num_mat_entries; ++m) {
+        p.mat_name[m] = in.line();
+        p.mat_unit_weight[m] = single(in);
+        p.mat_type[m] = int16_item(in);
+        p.mat_cohesion[m] = single(in);
+        p.mat_cohesion_v[m] = single(in);
+        p.mat_phi[m] = single(in);
+        p.mat_phi_v[m] = single(in);
+        p.mat_coef_a[m] = single(in);
+        p.mat_coef_b[m] = single(in);
+        p.mat_uniaxial[m] = single(in);
+        p.mat_coef_d[m] = single(in);
+        for (int pair = 0; pair < 2; ++pair) {
+            p.mat_piezo[m] = single(in);
+            p.mat_bbar[m] = single(in);
+        }
+    }
+
+    for (int k = 1; k <= p.sliding_index; ++k) {
+        p.surf_method[k] = int16_item(in);
+        p.surf_depth[k] = single(in);
+        p.surf_grd_file[k] = in.text_item();
+    }
+
+    for (int s = 1; s <= p.num_sections; ++s) {
+        p.sections.x[std::size_t(s)] = single(in);
+        for (int k = 1; k <= p.sliding_index; ++k) {
+            const int16 n_pts = int16_item(in);
+            check_count(in, "section_npts", n_pts, 0, section_point_capacity);
+            p.sections.n(s, k) = n_pts;
+            for (int n = 1; n <= n_pts; ++n) {
+                p.sections.y(s, n, k) = single(in);
+                p.sections.z(s, n, k) = single(in);
+            }
+        }
+    }
+
+    p.base_z = single(in);
+
+    p.search_x = single(in);
+    p.single_y = single(in);
+    p.single_z = single(in);
+    p.tangent_z = single(in);
+    p.aspect_in = single(in);
+    p.radius_in = single(in);
+
+    p.grid_y_ul = single(in);
+    p.grid_z_ul = single(in);
+    p.grid_y_lr = single(in);
+    p.grid_z_lr = single(in);
+    p.grid_tan_spacing = single(in);
+    p.grid_n_y = single(in);
+    p.grid_n_z = single(in);
+    p.common_y = single(in);
+    p.common_z = single(in);
+
+    p.auto_y = single(in);
+    p.auto_z = single(in);
+    p.auto_spacing = single(in);
+    p.auto_tan_spacing = single(in);
+
+    const int16 wedges = int16_item(in);
+    check_count(in, "num_wedges", wedges, 0, wedge_capacity);
+    p.num_wedges = wedges;
+    for (int w = 1; w <= p.num_wedges; ++w) {
+        p.wedge_x[w] = single(in);
+        p.wedge_y[w] = single(in);
+        p.wedge_z[w] = single(in);
+        p.wedge_code[w] = single(in);
+        p.wedge_dip[w] = single(in);
+        p.wedge_dipdir[w] = single(in);
+    }
+
+    const int16 forces = int16_item(in);
+    check_count(in, "num_forces", forces, 0, force_capacity);
+    p.num_forces = forces;
+    for (int f = 1; f <= p.num_forces; ++f) {
+        p.force_h[f] = single(in);
+        p.force_v[f] = single(in);
+        p.force_x[f] = single(in);
+        p.force_y[f] = single(in);
+        p.force_z[f] = single(in);
+    }
+
+    p.crack_mode = int16_item(in);
+    p.crack_y = single(in);
+    p.crack_depth = single(in);
+    p.crack_water_pct = single(in);
+
+    // The truth word read as a number: True and False both give 0.
+    p.eq_coef = single(in);
+
+    for (int k = 1; k <= p.sliding_index; ++k)
+        if (p.surf_method[k] == 1)
+            read_grid_file(p, p.surf_grd_file[k], k, port);
+
+    show_project_menus(p);
+}
+
+} // namespace tobel

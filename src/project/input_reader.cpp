@@ -1,0 +1,133 @@
+#include "project/input_reader.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "project/numtext.h"
+#include "project/runtime_error.h"
+
+namespace tobel {
+
+InputReader::InputReader(const std::string& path) : name_(path)
+{
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        throw RuntimeError(err_file_not_found, path);
+    data_.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    if (in.bad())
+        throw RuntimeError(err_io, path);
+}
+
+InputReader InputReader::from_text(std::string text, std::string name)
+{
+    InputReader r;
+    r.data_ = std::move(text);
+    r.name_ = std::move(name);
+    return r;
+}
+
+std::string InputReader::where() const
+{
+    return name_ + ", line " + std::to_string(item_line_);
+}
+
+bool InputReader::at_line_end() const
+{
+    return !eof() && (data_[pos_] == '\r' || data_[pos_] == '\n');
+}
+
+void InputReader::skip_blanks()
+{
+    while (!eof() && (data_[pos_] == ' ' || data_[pos_] == '\t'))
+        ++pos_;
+}
+
+// CR LF, a lone CR and a lone LF each end one line.
+void InputReader::take_line_end()
+{
+    if (eof())
+        return;
+    if (data_[pos_] == '\r') {
+        ++pos_;
+        if (!eof() && data_[pos_] == '\n')
+            ++pos_;
+        ++line_;
+    } else if (data_[pos_] == '\n') {
+        ++pos_;
+        ++line_;
+    }
+}
+
+void InputReader::start_item()
+{
+    item_line_ = line_;
+    if (eof())
+        throw RuntimeError(err_input_past_end, where());
+}
+
+std::string InputReader::line()
+{
+    start_item();
+    const std::size_t from = pos_;
+    while (!eof() && !at_line_end())
+        ++pos_;
+    std::string s = data_.substr(from, pos_ - from);
+    take_line_end();
+    return s;
+}
+
+double InputReader::number()
+{
+    skip_blanks();
+    start_item();
+    // An empty item: the comma or the empty line is the whole of it.
+    if (data_[pos_] == ',') {
+        ++pos_;
+        return 0;
+    }
+    if (at_line_end()) {
+        take_line_end();
+        return 0;
+    }
+    const std::size_t from = pos_;
+    while (!eof() && data_[pos_] != ' ' && data_[pos_] != '\t' && data_[pos_] != ',' && !at_line_end())
+        ++pos_;
+    const std::string item = data_.substr(from, pos_ - from);
+    // Blanks after the item and one comma or line end make one separator.
+    skip_blanks();
+    if (!eof() && data_[pos_] == ',')
+        ++pos_;
+    else
+        take_line_end();
+    return val(item);
+}
+
+long InputReader::integer16()
+{
+    const double x = number();
+    if (!(x >= -32768.5 && x <= 32767.5))
+        throw RuntimeError(err_overflow, where());
+    const long n = cint(x);
+    if (n < -32768 || n > 32767)
+        throw RuntimeError(err_overflow, where());
+    return n;
+}
+
+std::string InputReader::text_item()
+{
+    skip_blanks();
+    start_item();
+    const std::size_t from = pos_;
+    while (!eof() && data_[pos_] != ',' && !at_line_end())
+        ++pos_;
+    std::string s = data_.substr(from, pos_ - from);
+    while (!s.empty() && (s.back() == ' ' || s.back() == '\t'))
+        s.pop_back();
+    if (!eof() && data_[pos_] == ',')
+        ++pos_;
+    else
+        take_line_end();
+    return s;
+}
+
+} // namespace tobel

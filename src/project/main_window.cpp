@@ -1,0 +1,34 @@
+#include "project/commands.h"
+#include "project/defaults.h"
+#include "project/menu_model.h"
+
+namespace tobel {
+
+void main_load(Project& p)
+{
+    init_menus(p);
+    init_method_box(p);
+    // 1. Until a project exists nothing can be edited or viewed.
+    set_edit_menus_visible(p, false);
+    hide_solve_menu(p);
+    // 2.
+    p.solution_method = 1;
+    // 3. The settings file is read by the program that owns one (desktop program; CLI on request).
+    // 4.
+    set_defaults(p);
+    // 5.
+    if (p.recent_count != 0) refresh_recent_menu(p);
+    p.main_caption = "TOBEL-3";
+}
+
+void set_main_caption(Project& p) { p.main_caption = "TOBEL_3          File " + p.data_file_path; }
+
+void show_finished_load_view(Project& p, Port& port)
+{
+    if (p.num_rows > 1)
+        port.show_view(5, "ISOMETRIC VIEW");
+    else
+        port.show_view(1, "LONGITUDINAL SECTION");
+}
+
+} // namespace tobel

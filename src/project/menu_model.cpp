@@ -1,0 +1,201 @@
+#include "project/menu_model.h"
+
+#include "project/numtext.h"
+
+namespace tobel {
+
+namespace {
+
+struct MenuRow {
+    const char* menu;
+    const char* control;
+    const char* caption;
+};
+
+// The main menu, in menu order. Top-level menus carry their own name as menu.
+constexpr MenuRow menu_table[] = {
+    {"File", "File", "&File"},
+    {"File", "file_new", "&New"},
+    {"File", "File_open", "&Open..."},
+    {"File", "File_save", "&Save"},
+    {"File", "File_save_as", "Save &As..."},
+    {"File", "TODfile", "Open .TOD &File"},
+    {"File", "TODfile_Open", "&Open..."},
+    {"File", "TODfile_saveas", "&Save As..."},
+    {"File", "print", "&Print"},
+    {"File", "print_this", "Current &view"},
+    {"File", "print_datafile", "&Data file"},
+    {"File", "RecentFiles", "Recent Files"},
+    {"File", "FileName(0)", ""},
+    {"File", "FileName(1)", ""},
+    {"File", "FileName(2)", ""},
+    {"File", "FileName(3)", ""},
+    {"File", "File_exit", "E&xit"},
+    {"Edit", "Edit", "&Edit"},
+    {"Edit", "Edit_control_parameters", "&Control Parameters..."},
+    {"Edit", "Edit_material_properties", "&Material Properties..."},
+    {"Edit", "layersurfaces", "Stratigraphic &Layer Surfaces..."},
+    {"Edit", "piezometric_surfaces", "&Piezometric Surfaces..."},
+    {"Edit", "Edit_crosssection_positions", "C&ross-section Positions..."},
+    {"Edit", "Edit_Crosssections", "Cross-&sections"},
+    {"Edit", "extforces", "External &Forces..."},
+    {"Edit", "tension_crack", "&Tension Crack..."},
+    {"Edit", "Edit_GeomOptions", "Geometry &Options"},
+    {"Edit", "Edit_GeomOptions_Interp", "&Interpolation..."},
+    {"Edit", "Edit_GeomOptions_Mirror", "&Mirror"},
+    {"Edit_Sliding_surface", "Edit_Sliding_surface", "Sliding &Surface"},
+    {"Edit_Sliding_surface", "ellipsoid", "&Ellipsoid"},
+    {"Edit_Sliding_surface", "Edit_Sliding_surface_ellipsoid", "&Single Ellipsoidal Surface"},
+    {"Edit_Sliding_surface", "Solve_grid_search", "&Grid Search"},
+    {"Edit_Sliding_surface", "Solve_auto_search", "&Auto Search"},
+    {"Edit_Sliding_surface", "Edit_Sliding_surface_wedge", "&Wedge"},
+    {"Edit_Sliding_surface", "Edit_Sliding_surface_general", "&General"},
+    {"Edit_Sliding_surface", "composite", "&Composite-Ellipsoid/Wedge"},
+    {"Edit_Sliding_surface", "Edit_Sliding_surface_composite", "&Single Composite Surface"},
+    {"Edit_Sliding_surface", "Solve_grid_search_comp", "&Grid Search"},
+    {"Edit_Sliding_surface", "Solve_auto_search_comp", "&Auto Search"},
+    {"Edit_Sliding_surface", "Edit_Sliding_surface_comp_general", "Co&mposite-General/Wedge"},
+    {"Solve", "Solve", "S&olve"},
+    {"Solve", "Solve_single_trial", "&Single Trial Surface"},
+    {"Solve", "gridsearchsolv", "&Grid Search"},
+    {"Solve", "autosearchsolv", "&Auto Search"},
+    {"Solve", "Rotation_angle", "&Set Rotation Angle..."},
+    {"Results", "Results", "&Results"},
+    {"Results", "preview_report", "Pre&view Report"},
+    {"Results", "print_report", "&Print Report"},
+    {"Results", "save_report", "&Save Report in .txt File..."},
+    {"Graphics", "Graphics", "&Graphics"},
+    {"Graphics", "Graphics_Isometry", "&Isometry"},
+    {"Graphics", "Graphics_Longitudinal_Section", "&Longitudinal Section"},
+    {"Graphics", "Graphics_Lateral_Section", "L&ateral Section"},
+    {"Graphics", "Graphics_plan", "&Plan"},
+    {"Graphics", "xxray", "&X-ray"},
+    {"Graphics", "copygraphic", "&Copy to Clipboard"},
+    {"Graphics", "Graphics_ExportGRD", "&Export "},
+    {"Graphics", "Export_Graphics_Isometry", "&Isometry .GRD File"},
+    {"Graphics", "grd_layer1(0)", ""},
+    {"Graphics", "Twodfile", "&Two-dimensional TOB File"},
+    {"Graphics", "Export_Graphics_Longitudinal_Sections", "&Longitudinal Section .DAT File"},
+    {"Graphics", "Export_Graphics_Lateral_Sections", "L&ateral Section .DAT File"},
+    {"Graphics", "Graphics_ExportDfx", "Export.&DFX"},
+    {"options", "options", "&Options"},
+    {"options", "grid", "&Grid"},
+    {"options", "Graphics_Options", "&Graphics Options..."},
+    {"options", "colors", "Colours..."},
+    {"window", "window", "&Window"},
+    {"help_screen", "help_screen", "&Help"},
+    {"help_screen", "help", "&Help"},
+    {"help_screen", "Help_About", "&About"},
+};
+
+// The items that need a project before they can be used.
+constexpr const char* edit_group[] = {
+    "composite",
+    "Edit_control_parameters",
+    "Edit_crosssection_positions",
+    "Edit_Crosssections",
+    "Edit_material_properties",
+    "Edit_Sliding_surface_comp_general",
+    "Edit_Sliding_surface_general",
+    "Edit_Sliding_surface_wedge",
+    "ellipsoid",
+    "extforces",
+    "Graphics_Isometry",
+    "Graphics_Lateral_Section",
+    "Graphics_Longitudinal_Section",
+    "Graphics_plan",
+    "grd_layer1(0)",
+    "layersurfaces",
+    "Edit_GeomOptions",
+    "piezometric_surfaces",
+    "Rotation_angle",
+    "tension_crack",
+    "xxray",
+};
+
+constexpr const char* method_texts[] = {"", "BISHOP'S SIMPLIFIED METHOD", "JANBU METHOD               ",
+                                        "SPENCER'S METHOD        ", "MORGENSTERN-PRICE METHOD  "};
+
+} // namespace
+
+void init_menus(Project& p)
+{
+    p.menus = Menus{};
+    for (const auto& row : menu_table) {
+        MenuItem& item = p.menus[row.control];
+        item.menu = row.menu;
+        item.caption = row.caption;
+        p.menus.order.emplace_back(row.control);
+    }
+    for (int i = 0; i < recent_capacity; ++i)
+        p.menus["FileName(" + std::to_string(i) + ")"].visible = false;
+}
+
+void set_edit_menus_visible(Project& p, bool visible)
+{
+    for (const char* control : edit_group) p.menus[control].visible = visible;
+}
+
+void show_project_menus(Project& p)
+{
+    set_edit_menus_visible(p, true);
+    const bool three_d = p.num_rows >= 2;
+    for (const char* control :
+         {"Graphics_Lateral_Section", "Graphics_Isometry", "xxray", "Export_Graphics_Lateral_Sections"})
+        p.menus[control].visible = three_d;
+}
+
+void show_solve_menu(Project& p, SolveItems which, bool rotation_visible)
+{
+    p.menus["Solve"].visible = true;
+    p.menus["Solve_single_trial"].visible = which == SolveItems::single_trial;
+    p.menus["gridsearchsolv"].visible = which == SolveItems::grid_search;
+    p.menus["autosearchsolv"].visible = which == SolveItems::auto_search;
+    p.menus["Rotation_angle"].visible = which == SolveItems::single_trial && rotation_visible;
+}
+
+void hide_solve_menu(Project& p) { p.menus["Solve"].visible = false; }
+
+void init_method_box(Project& p)
+{
+    for (int i = 1; i <= 4; ++i) p.method_labels[std::size_t(i)] = method_texts[i];
+}
+
+// The clicked label swaps its text with the top one; the method follows the
+// text now on top.
+void click_method_label(Project& p, int label)
+{
+    if (label < 2 || label > 4) return;
+    std::swap(p.method_labels[1], p.method_labels[std::size_t(label)]);
+    for (int m = 1; m <= 4; ++m)
+        if (p.method_labels[1] == method_texts[m]) p.solution_method = int16(m);
+}
+
+void refresh_recent_menu(Project& p)
+{
+    for (int i = 0; i < p.recent_count && i < recent_capacity; ++i) {
+        MenuItem& item = p.menus["FileName(" + std::to_string(i) + ")"];
+        item.caption = str(long(i + 1)) + " " + p.recent_file[std::size_t(p.recent_count - i)];
+        item.visible = item.enabled = true;
+    }
+}
+
+void update_recent_files(Project& p)
+{
+    // 1. A file already on the list leaves the list and the menu as they are.
+    for (int i = 1; i <= p.recent_count; ++i)
+        if (p.recent_file[std::size_t(i)] == p.data_file_path) return;
+    // 2. The newest file goes last; a full list drops its oldest.
+    if (!p.data_file_path.empty()) {
+        if (p.recent_count < recent_capacity) {
+            ++p.recent_count;
+        } else {
+            for (int i = 1; i < recent_capacity; ++i) p.recent_file[std::size_t(i)] = p.recent_file[std::size_t(i + 1)];
+        }
+        p.recent_file[std::size_t(p.recent_count)] = p.data_file_path;
+    }
+    // 3.
+    refresh_recent_menu(p);
+}
+
+} // namespace tobel

@@ -1,0 +1,31 @@
+// The main menu as a model: item table, the groups that commands switch, and
+// the method box.
+#pragma once
+
+#include "project/project.h"
+
+namespace tobel {
+
+// Fills p.menus with every item of the main menu, all visible and enabled.
+void init_menus(Project& p);
+
+// Shows or hides the items that need a project.
+void set_edit_menus_visible(Project& p, bool visible);
+
+// After Control Parameters are confirmed and at the end of both readers.
+void show_project_menus(Project& p);
+
+// The Solve menu and its items after a surface dialog is confirmed.
+enum class SolveItems { single_trial, grid_search, auto_search };
+void show_solve_menu(Project& p, SolveItems which, bool rotation_visible);
+void hide_solve_menu(Project& p);
+
+// The four method labels and a click on label 2, 3 or 4.
+void init_method_box(Project& p);
+void click_method_label(Project& p, int label);
+
+// Recent files: add data_file_path and refresh the menu items.
+void update_recent_files(Project& p);
+void refresh_recent_menu(Project& p);
+
+} // namespace tobel

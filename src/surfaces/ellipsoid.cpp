@@ -1,0 +1,102 @@
+#include "surfaces/ellipsoid.h"
+
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+namespace tobel {
+
+void clear_sliding_surface(Project& p)
+{
+    const int k = p.sliding_index;
+    for (int row = 0; row <= p.zgrid.rows; ++row)
+        for (int col = 0; col <= p.zgrid.cols; ++col)
+            p.zgrid(row, col, k) = 0.0f;
+    p.disc_code.fill(0);
+    p.surf_dip_x.fill(0.0f);
+    p.surf_dip_y.fill(0.0f);
+}
+
+// A node beyond the rim, or where the ellipsoid is at or above the ground, has
+// no slide: the plane is the ground and the node has no slopes.
+static void set_outside(Project& p, int row, int col, int ground, int sliding)
+{
+    p.zgrid(row, col, sliding) = p.zgrid(row, col, ground);
+    p.surf_dip_x(row, col) = 0.0f;
+    p.surf_dip_y(row, col) = 0.0f;
+    p.disc_code(row, col) = 0;
+}
+
+// Node coordinates are kept in single precision, as the builders' scratch
+// coordinates are; the differences to the centre are then taken in double.
+static float node_x(const Project& p, int row)
+{
+    return float(double(p.x_min) + double(row - 1) * double(p.row_spacing));
+}
+
+static float node_y(const Project& p, int col)
+{
+    return float(double(p.y_min) + double(col - 1) * double(p.col_spacing));
+}
+
+void build_ellipsoid(Project& p)
+{
+    const int rows = p.num_rows, cols = p.num_cols;
+    const int ground = p.num_layers, sliding = p.sliding_index;
+    const double a = p.ell_aspect;
+    const double r = p.ell_radius;
+    const double k = a * a * r * r;
+    const double ex = p.ell_x, ey = p.ell_y, ez = p.ell_z;
+    const bool two_d = rows == 1;
+
+    // Everything that depends on the column alone is worked out once; every
+    // search trial comes through here, over meshes of up to 3000 x 3000.
+    std::vector<float> ys(std::size_t(cols) + 1, 0.0f);
+    std::vector<double> dys(std::size_t(cols) + 1, 0.0);
+    for (int col = 1; col <= cols; ++col) {
+        ys[std::size_t(col)] = node_y(p, col);
+        dys[std::size_t(col)] = double(ys[std::size_t(col)]) - ey;
+    }
+
+    for (int row = 1; row <= rows; ++row) {
+        const float cur_x = node_x(p, row);
+        p.cur_x = cur_x;
+        const double dx = ex - double(cur_x);
+        const bool row_outside = std::fabs(dx) >= r * a;
+        double rl = 0.0;
+        double slope_x = 0.0; // (-dx) / a / sqrt(K - dx * dx), the X slope before the Y tilt
+        if (!row_outside) {
+            rl = r * std::sqrt(1.0 - dx * dx / k);
+            if (!two_d)
+                slope_x = ((-dx) / a) / std::sqrt(k - dx * dx);
+        }
+        for (int col = 1; col <= cols; ++col) {
+            p.disc_code(row, col) = 0;
+            if (row_outside) {
+                set_outside(p, row, col, ground, sliding);
+                continue;
+            }
+            const double dy = dys[std::size_t(col)];
+            if (std::fabs(dy) >= rl) {
+                set_outside(p, row, col, ground, sliding);
+                continue;
+            }
+            const float z = float(ez - std::sqrt(rl * rl - dy * dy));
+            p.zgrid(row, col, sliding) = z;
+            const double t = dy / rl;
+            const float dip_y = float(std::atan(t / std::sqrt(1.0 - t * t)));
+            p.surf_dip_y(row, col) = dip_y;
+            // The X slope is tilted by the cosine of the stored, single, Y dip.
+            p.surf_dip_x(row, col) = two_d ? 0.0f : float(std::atan(slope_x / std::cos(double(dip_y))));
+            if (!(z < p.zgrid(row, col, ground)))
+                set_outside(p, row, col, ground, sliding);
+        }
+    }
+    if (rows >= 1 && cols >= 1)
+        p.cur_y = ys[std::size_t(cols)];
+
+    p.centre_y = p.ell_y;
+    p.centre_z = p.ell_z;
+}
+
+} // namespace tobel
