@@ -1,1 +1,40 @@
-int main() { return 0; }
+// tobel: the command-line program that stands for the menus of TOBEL-3.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "cli.h"
+
+namespace {
+
+void usage(std::ostream& out)
+{
+    out << "usage: tobel info FILE\n"
+           "       tobel solve FILE [--method bishop|janbu|spencer|morgenstern-price]\n"
+           "                        [--surface ellipsoid] [--json] [--printout] [--yes|--no]\n"
+           "       tobel run SCRIPT\n";
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty() || args[0] == "--help" || args[0] == "-h") {
+        usage(args.empty() ? std::cerr : std::cout);
+        return args.empty() ? 1 : 0;
+    }
+    const std::string command = args[0];
+    args.erase(args.begin());
+    try {
+        if (command == "info") return tobel::cli::run_info(args);
+        if (command == "solve") return tobel::cli::run_solve(args);
+        if (command == "run") return tobel::cli::run_script(args);
+    } catch (const std::exception& e) {
+        std::cerr << "tobel: " << e.what() << "\n";
+        return 1;
+    }
+    std::cerr << "tobel: unknown command '" << command << "'\n";
+    usage(std::cerr);
+    return 1;
+}

@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Builds everything with warnings as errors under AddressSanitizer and
+# UndefinedBehaviorSanitizer, and runs every test.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/deps.sh
+export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+cmake -S . -B build/sanitize -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTOBEL_WERROR=ON -DTOBEL_SANITIZE=ON \
+    -DTOBEL_BENCH=OFF >/dev/null
+cmake --build build/sanitize -j"$(nproc)"
+ctest --test-dir build/sanitize --output-on-failure -j"$(nproc)"
+# The benchmarks must at least build cleanly.
+cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release -DTOBEL_WERROR=ON -DTOBEL_TESTS=OFF >/dev/null
+cmake --build build/release -j"$(nproc)"

@@ -1,0 +1,43 @@
+#include "project/commands.h"
+#include "project/menu_model.h"
+#include "project/numtext.h"
+#include "solver/bishop_janbu.h"
+#include "solver/checks.h"
+#include "solver/result_panel.h"
+
+namespace tobel {
+
+// The trial's message list as its window shows it.
+static void show_message_list(Project& p, Port& port)
+{
+    p.error_list_mode = 0;
+    std::vector<std::string> lines(p.message_text.begin() + 1, p.message_text.begin() + 1 + p.message_count);
+    port.show_text(str(long(p.message_count)) + " warnings and errors issued for this trial surface", lines);
+}
+
+bool solve_single_trial(Project& p, Port& port)
+{
+    // Spencer and Morgenstern-Price come with their own solver.
+    if (p.solution_method != 1 && p.solution_method != 2) return false;
+    // 2.
+    p.report_kind = 1;
+    p.solve_interactive = -1;
+    port.show_view(6, "PLAN OF ACTIVE COLUMNS");
+    // 3.
+    p.keep_window = 0;
+    check_surface(p);
+    // 4.
+    const bool rotated = p.rotation_angle != 0;
+    solve_bishop_janbu(p, port);
+    // 5.
+    port.show_text("RESULTS", result_panel_lines(p));
+    if (p.message_count > 0) show_message_list(p, port);
+    // 6.
+    const auto printout = solution_printout_lines(p);
+    port.show_text(printout.front(), std::vector<std::string>(printout.begin() + 1, printout.end()));
+    // A rotation lasts one solution, and a toe water thrust changed the surface.
+    if (rotated || p.head_water_sum != 0) hide_solve_menu(p);
+    return true;
+}
+
+} // namespace tobel

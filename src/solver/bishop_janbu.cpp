@@ -1,0 +1,410 @@
+#include "solver/bishop_janbu.h"
+
+#include <cmath>
+#include <vector>
+
+#include "project/numtext.h"
+#include "report/messages.h"
+#include "solver/column.h"
+#include "solver/external_forces.h"
+#include "solver/lateral_balance.h"
+
+namespace tobel {
+
+namespace {
+
+// An active column of the pass with everything that stays fixed over the
+// pass's iterations worked out once, in the same double values that the
+// equations would compute each time. Only a non-linear base changes its
+// strength terms between iterations.
+struct ActiveColumn {
+    std::size_t at = 0; // flat index into the column grids
+    int r = 0, c = 0, m = 0;
+    bool nonlinear = false, warn = false, positive = false;
+    float area = 0, cos_gamma = 0, lat_slope = 0;
+    double sin_a = 0, cos_a = 0;
+    double h_arm = 0;             // H = centre_z - z_s
+    double p_arm = 0, q_arm = 0;  // arms of the normal and the shear force
+    double wl = 0, wl_arm = 0;    // W L and W L col_arm
+    double kwe = 0, kw = 0;       // k W E and k W
+    double u = 0, t = 0, coh = 0; // U = u A, T = tan(phi), C = c A
+    double g = 0;                 // sin(alpha) T / cos(gamma)
+    double c_sin = 0, u_sin_t = 0;
+};
+
+struct IterationSums {
+    double r = 0, dm = 0, sj = 0, nj = 0;
+    double lat_moment = 0, wl_positive = 0;
+    float ubf = 0, neg = 0, thrust_positive = 0;
+};
+
+struct Failure {
+    bool failed = false;
+    int c = 0, r = 0, m = 0;
+};
+
+// Ends the busy pointer whichever way the solution leaves.
+struct BusyGuard {
+    Port& port;
+    explicit BusyGuard(Port& pt) : port(pt) { port.busy(true); }
+    ~BusyGuard() { port.busy(false); }
+    BusyGuard(const BusyGuard&) = delete;
+    BusyGuard& operator=(const BusyGuard&) = delete;
+};
+
+} // namespace
+
+static void strength_terms(const Project& p, ActiveColumn& e)
+{
+    const double area = e.area;
+    e.u = double(p.col_pore.v[e.at]) * area;
+    e.coh = double(p.col_cohesion.v[e.at]) * area;
+    e.t = std::tan(double(p.col_phi.v[e.at]));
+    e.g = e.sin_a * e.t / double(e.cos_gamma);
+    e.c_sin = e.coh * e.sin_a;
+    e.u_sin_t = e.u * e.sin_a * e.t;
+}
+
+// The local factor leaves the pore force out and divides the earthquake term
+// by cos(alpha), as the method's column check always has.
+static void local_fos(Project& p, const ActiveColumn& e, double k)
+{
+    const double w = p.col_weight.v[e.at];
+    const double d = w * (e.sin_a + k / e.cos_a);
+    const double rl = w * e.cos_a * e.t + e.coh;
+    p.col_fos.v[e.at] = d == 0 ? 100.0f : float(rl / d);
+}
+
+static std::string m_alpha_text(double ma, int c, int r, int m)
+{
+    return "M ALPHA = " + format(ma, "#0.0000") + " IN COLUMN " + str(c) + " ROW " + str(r) + " MAT'L " +
+           str(m);
+}
+
+// The column's equations at the current F (and J for Janbu). False when the
+// normal force is not a finite number.
+static inline bool solve_column(Project& p, Port& port, const ActiveColumn& e, double f, double j, bool janbu,
+                                IterationSums& s)
+{
+    const double cg = e.cos_gamma;
+    const double ma = cg * (1.0 + e.g / f);
+    if (e.warn && std::abs(ma) < 0.1) {
+        port.beep();
+        add_message(p, m_alpha_text(ma, e.c, e.r, e.m));
+    }
+    const double n = (e.wl - e.c_sin / f + e.u_sin_t / f) / ma;
+    if (!std::isfinite(n))
+        return false;
+    const double b = n * double(e.lat_slope);
+    s.ubf = float(double(s.ubf) + b);
+    s.lat_moment += b * e.h_arm;
+    if (e.positive) {
+        s.thrust_positive = float(double(s.thrust_positive) + b);
+        s.wl_positive += e.wl;
+    }
+    if (n < 0)
+        s.neg = float(double(s.neg) + std::abs(n));
+    p.col_normal.v[e.at] = float(n / double(e.area));
+    const double shear = (n - e.u) * e.t + e.coh;
+    s.r += shear * e.q_arm;
+    s.dm = s.dm + e.wl_arm - (n * cg / e.cos_a) * e.p_arm + e.kwe;
+    if (janbu) {
+        const double mj = cg * (1.0 + e.g / j);
+        const double nj = (e.wl - e.c_sin / j + e.u_sin_t / j) / mj;
+        if (!std::isfinite(nj))
+            return false;
+        p.col_normal.v[e.at] = float(nj / double(e.area));
+        s.sj += ((nj - e.u) * e.t + e.coh) * e.cos_a;
+        s.nj = s.nj + (nj * cg / e.cos_a) * e.sin_a + e.kw;
+    }
+    return true;
+}
+
+// Turns the dips in place for a rotated direction of sliding. The right
+// angle is 3.1415 / 2 on purpose.
+static void rotate_dips(Project& p, double theta)
+{
+    const double st = std::sin(theta), ct = std::cos(theta);
+    const double sr = std::sin(theta + 3.1415 / 2), cr = std::cos(theta + 3.1415 / 2);
+    for (int r = 1; r <= p.num_rows; ++r) {
+        for (int c = 1; c <= p.num_cols; ++c) {
+            const double tp = std::tan(double(p.surf_dip_x(r, c)));
+            const double tq = std::tan(double(p.surf_dip_y(r, c)));
+            p.surf_dip_y(r, c) = float(std::atan(tp * st + tq * ct));
+            p.surf_dip_x(r, c) = float(std::atan(tp * sr + tq * cr));
+        }
+    }
+}
+
+void solve_bishop_janbu(Project& p, Port& port)
+{
+    BusyGuard busy(port);
+    const bool janbu = p.solution_method == 2;
+    const bool interactive = p.solve_interactive == -1;
+    p.solve_abort = 0;
+    p.balance_lateral = 0;
+    for (int f = 0; f <= force_capacity; ++f) {
+        p.force_v_ignored[f] = 0;
+        p.force_h_ignored[f] = 0;
+    }
+    // Rotation applies only to interactively solved trials.
+    if (p.solve_interactive == 0)
+        p.rotation_angle = 0;
+    const double theta = double(p.deg_to_rad) * double(p.rotation_angle);
+    for (auto& w : p.head_water_force)
+        w = 0;
+    if (p.rotation_angle != 0)
+        rotate_dips(p, theta);
+    const double cos_t = std::cos(theta);
+    const double k = p.eq_coef;
+    const int16 first_message = p.message_count;
+    const int limit = p.num_rows == 1 ? 40 : 400;
+    p.kappa_pos = 0;
+    p.kappa_neg = 0;
+    p.ubf0 = 0;
+    p.iteration_total = 0;
+    bool asked = false;
+    double l_prev = 0; // lateral factor of the last solved column
+    double f = 1, j = 1;
+
+    std::vector<ActiveColumn> cols;
+    std::vector<std::size_t> row_end(std::size_t(p.num_rows) + 1, 0);
+
+    auto fail = [&](const Failure& x) {
+        add_message(p, arithmetic_failure_text(x.c, x.r, x.m));
+        p.factor_of_safety = 0;
+        p.janbu_fos = 0;
+    };
+
+    for (;;) { // a pass; a lateral balance opens a new one
+        f = 1;
+        j = 1;
+        p.message_count = first_message;
+        int i = 0;
+        p.slide_weight = p.slide_area = p.slide_volume = 0;
+        p.head_water_sum = p.crack_water_sum = p.ext_vertical_sum = 0;
+        p.weight_flat = p.weight_positive = p.weight_negative = p.thrust_positive = 0;
+        LateralSums lateral;
+        double m_ext = 0, h_ext = 0;
+        p.col_weight.fill(0);
+        p.col_lateral_load.fill(0);
+
+        place_external_forces(p);
+        for (int n = 1; n <= p.num_forces; ++n) {
+            if (p.force_h_ignored[n] != 0)
+                continue;
+            m_ext = m_ext + double(p.force_h[n]) * cos_t * (double(p.force_z[n]) - double(p.centre_z));
+            h_ext = h_ext - double(p.force_h[n]) * cos_t;
+        }
+        if (p.num_forces > 0)
+            p.ext_horizontal_sum = float(h_ext);
+
+        IterationSums s;
+        bool empty = false;
+        for (;;) { // an iteration
+            ++i;
+            ++p.iteration_total;
+            p.active_columns = 0;
+            s = IterationSums{};
+            Failure failure;
+
+            if (i == 1) {
+                cols.clear();
+                ColumnSwitches sw;
+                sw.setup = true;
+                sw.head_test = true;
+                sw.bishop_janbu = true;
+                for (int r = 1; r <= p.num_rows && !failure.failed; ++r) {
+                    ColumnRow row;
+                    for (int c = 1; c <= p.num_cols; ++c) {
+                        ColumnScratch cs;
+                        sw.sigma_factor = l_prev;
+                        const ColumnOutcome out = evaluate_column(p, r, c, sw, row, cs);
+                        if (out == ColumnOutcome::failed) {
+                            failure = {true, c, r, cs.material};
+                            break;
+                        }
+                        if (out != ColumnOutcome::active) {
+                            p.col_lat_slope(r, c) = 0;
+                            p.col_arm(r, c) = 0;
+                            p.col_lateral_load(r, c) = 0;
+                            if (out == ColumnOutcome::head_removed) {
+                                // The head's weight was taken into the pass's sums before it left.
+                                if (cs.tan_b == 0)
+                                    p.weight_flat = float(double(p.weight_flat) + cs.weight);
+                                else if (cs.tan_b > 0) {
+                                    p.weight_positive = float(double(p.weight_positive) + cs.weight);
+                                    lateral.wt_positive += cs.weight * cs.tan_b;
+                                } else {
+                                    lateral.wt_negative += cs.weight * cs.tan_b;
+                                }
+                            }
+                            continue;
+                        }
+                        ActiveColumn e;
+                        e.at = std::size_t(r) * std::size_t(p.col_weight.cols + 1) + std::size_t(c);
+                        e.r = r;
+                        e.c = c;
+                        e.m = cs.material;
+                        const int type = p.mat_type[e.m] == 0 ? 1 : p.mat_type[e.m];
+                        e.nonlinear = type == 3;
+                        e.area = p.col_area(r, c);
+                        e.cos_gamma = p.col_cos_gamma(r, c);
+                        e.lat_slope = p.col_lat_slope(r, c);
+                        e.sin_a = cs.sin_a;
+                        e.cos_a = cs.cos_a;
+                        const double y = double(c - 1) * double(p.col_spacing) + double(p.y_min);
+                        p.col_arm(r, c) = float(y - double(p.centre_y));
+                        const double arm = p.col_arm(r, c);
+                        e.h_arm = double(p.centre_z) - cs.zs;
+                        e.p_arm = arm * e.cos_a - e.h_arm * e.sin_a;
+                        e.q_arm = arm * e.sin_a + e.h_arm * e.cos_a;
+                        const double quake_arm = e.h_arm - (cs.zg - cs.zs) / 2;
+                        const double w = p.col_weight(r, c);
+                        const double kappa = cs.tan_b > 0 ? p.kappa_pos : p.kappa_neg;
+                        const double l = 1 + kappa * cs.tan_b;
+                        p.col_lateral_load(r, c) = float(w * (l - 1));
+                        e.wl = w * l;
+                        e.wl_arm = e.wl * arm;
+                        e.kwe = k * w * quake_arm;
+                        e.kw = k * w;
+                        e.positive = cs.tan_b > 0;
+                        if (cs.tan_b == 0) {
+                            p.weight_flat = float(double(p.weight_flat) + w);
+                        } else if (cs.tan_b > 0) {
+                            p.weight_positive = float(double(p.weight_positive) + w);
+                            lateral.wt_positive += w * cs.tan_b;
+                        } else {
+                            lateral.wt_negative += w * cs.tan_b;
+                        }
+                        strength_terms(p, e);
+                        e.warn = type == 1 && e.t > 0;
+                        local_fos(p, e, k);
+                        if (!solve_column(p, port, e, f, j, janbu, s)) {
+                            failure = {true, c, r, e.m};
+                            break;
+                        }
+                        l_prev = l;
+                        cols.push_back(e);
+                    }
+                    row_end[std::size_t(r)] = cols.size();
+                    if (failure.failed)
+                        break;
+                    // The row's water thrusts enter the constants of the pass.
+                    const double wh = p.head_water_force[std::size_t(r)];
+                    const double wc = p.crack_water_force[std::size_t(r)];
+                    m_ext = m_ext +
+                            wh * cos_t * (double(p.centre_z) - double(p.head_water_z[std::size_t(r)])) +
+                            (double(p.centre_z) - double(p.crack_water_z[std::size_t(r)])) * wc;
+                    h_ext = h_ext + wh * cos_t + wc * cos_t;
+                    p.head_water_sum = float(double(p.head_water_sum) - wh * cos_t);
+                    p.crack_water_sum = float(double(p.crack_water_sum) - wc * cos_t);
+                    if (port.yield())
+                        p.solve_abort = -1;
+                }
+            } else {
+                std::size_t n = 0;
+                for (int r = 1; r <= p.num_rows && !failure.failed; ++r) {
+                    const std::size_t end = row_end[std::size_t(r)];
+                    for (; n < end; ++n) {
+                        ActiveColumn& e = cols[n];
+                        if (e.nonlinear) {
+                            // Linearised again at the normal stress of the previous iteration.
+                            if (!column_strength(p, e.r, e.c, e.m, p.col_normal.v[e.at], true)) {
+                                failure = {true, e.c, e.r, e.m};
+                                break;
+                            }
+                            strength_terms(p, e);
+                            local_fos(p, e, k);
+                        }
+                        if (!solve_column(p, port, e, f, j, janbu, s)) {
+                            failure = {true, e.c, e.r, e.m};
+                            break;
+                        }
+                    }
+                    if (failure.failed)
+                        break;
+                    if (port.yield())
+                        p.solve_abort = -1;
+                }
+                // L of every column is fixed over the pass, so l_prev still holds
+                // that of the last column.
+                p.active_columns = std::int32_t(cols.size());
+            }
+            if (failure.failed) {
+                fail(failure);
+                return;
+            }
+            p.neg_normal_sum = s.neg;
+            p.lateral_unbalance = s.ubf;
+            p.thrust_positive = s.thrust_positive;
+            lateral.wl_positive = s.wl_positive;
+
+            if (s.r == 0) { // an empty mass: F stands
+                empty = true;
+                break;
+            }
+            if (i == 1 && p.active_columns < limit)
+                add_message(p, "LESS THAN " + str(limit) + " ACTIVE COLUMNS FOR THIS SURFACE");
+            if (s.dm + m_ext == 0) {
+                add_message(p, " ERR - ZERO DRIVING FORCE ");
+                p.factor_of_safety = float(f);
+                p.janbu_fos = float(j);
+                if (interactive)
+                    p.solve_interactive = 0;
+                return;
+            }
+            const double f_old = f, j_old = j;
+            f = s.r / (s.dm + m_ext);
+            if (janbu)
+                j = (std::abs(s.sj / (s.nj + h_ext)) + j) / 2;
+            if (!std::isfinite(f) || !std::isfinite(j)) {
+                add_message(p, "ARITHMETIC FAILURE IN THE SUMS OF THE MASS");
+                p.factor_of_safety = 0;
+                p.janbu_fos = 0;
+                return;
+            }
+            if (p.solve_abort == -1) {
+                p.solve_abort = 0;
+                p.factor_of_safety = float(f);
+                p.janbu_fos = float(j);
+                return;
+            }
+            if (interactive) {
+                port.progress("    Iteration " + str(p.iteration_total));
+                port.progress("    Interim F. of S. = " + format(janbu ? j : f, "####0.00"));
+            }
+            if (i > 50) {
+                port.message_box("THIS SOLUTION IS NOT CONVERGING, TRY A DIFFERENT METHOD", Buttons::ok,
+                                 Icon::critical, "TOBEL-3");
+                p.factor_of_safety = 0;
+                p.janbu_fos = 0;
+                return;
+            }
+            if (janbu ? std::abs(j_old - j) > 0.002 : std::abs(f_old - f) > 0.002)
+                continue;
+            break;
+        }
+
+        if (empty)
+            break;
+        // Converged.
+        p.unbalance_z = p.lateral_unbalance == 0
+                            ? 0.0f
+                            : float(double(p.centre_z) - s.lat_moment / double(p.lateral_unbalance));
+        if (interactive && lateral_balance_step(p, port, lateral, asked))
+            continue;
+        if (p.balance_lateral != 1)
+            p.unbalance_z = -9999999.0f;
+        break;
+    }
+
+    if (janbu)
+        f = j;
+    p.factor_of_safety = float(f);
+    p.janbu_fos = float(j);
+    if (interactive)
+        p.solve_interactive = 0;
+}
+
+} // namespace tobel

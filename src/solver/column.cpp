@@ -1,0 +1,237 @@
+#include "solver/column.h"
+
+#include <cmath>
+
+#include "project/numtext.h"
+#include "report/messages.h"
+
+namespace tobel {
+
+std::string arithmetic_failure_text(int c, int r, int m)
+{
+    return "ARITHMETIC FAILURE IN COLUMN " + str(c) + " ROW " + str(r) + " MAT'L " + str(m);
+}
+
+int working_material(const Project& p, int l, int r, int c)
+{
+    const int code = p.disc_code(r, c);
+    // Water, a layer of no strength, is never replaced by a discontinuity.
+    if ((p.mat_cohesion[l] != 0 || p.mat_phi[l] != 0) && code > 0)
+        return p.num_layers + code;
+    return l;
+}
+
+static void clear_node(Project& p, int r, int c, ColumnRow& row)
+{
+    if (row.continuity != 0)
+        ++row.passages;
+    row.continuity = 0;
+    p.col_weight(r, c) = 0;
+    p.col_cohesion(r, c) = 0;
+    p.col_area(r, c) = 0;
+    p.col_pore(r, c) = 0;
+    p.col_phi(r, c) = 0;
+    p.col_cos_gamma(r, c) = 0;
+    p.col_normal(r, c) = 0;
+    p.col_fos(r, c) = 0;
+}
+
+bool column_strength(Project& p, int r, int c, int m, double sigma, bool guard_power)
+{
+    int type = p.mat_type[m];
+    if (type == 0)
+        type = 1;
+    double phi = 0, coh = 0;
+    switch (type) {
+    case 3: {
+        // The power law tau = A sc (s / sc + D)^B replaced by its tangent at s.
+        const double sc = p.mat_uniaxial[m];
+        if (sc == 0)
+            return false;
+        const double a = p.mat_coef_a[m], b = p.mat_coef_b[m];
+        double x = sigma / sc;
+        if (x < 0)
+            x = 0;
+        const double y = x + double(p.mat_coef_d[m]);
+        const double tau = a * sc * std::pow(y, b);
+        const double tan_phi = (guard_power && !(y > 0)) ? 0.0 : b * a * std::pow(y, b - 1);
+        phi = std::atan(tan_phi);
+        coh = tau - sigma * tan_phi;
+        if (!std::isfinite(phi) || !std::isfinite(coh))
+            return false;
+        break;
+    }
+    case 2: {
+        // Polar ellipse between the horizontal and the vertical values.
+        const double cg = p.col_cos_gamma(r, c);
+        const double c2 = cg * cg;
+        const double ph = p.mat_phi[m], pv = p.mat_phi_v[m];
+        if (ph == 0 || pv == 0) {
+            phi = 0;
+        } else {
+            const double rho = pv / ph;
+            phi = double(p.deg_to_rad) * pv / std::sqrt(1 - c2 * (1 - rho * rho));
+        }
+        const double ch = p.mat_cohesion[m], cv = p.mat_cohesion_v[m];
+        if (ch == 0 || cv == 0) {
+            coh = 0;
+        } else {
+            const double rho = cv / ch;
+            coh = cv / std::sqrt(1 - c2 * (1 - rho * rho));
+        }
+        if (!std::isfinite(phi) || !std::isfinite(coh))
+            return false;
+        break;
+    }
+    case 4:
+        // A hard layer keeps whatever strength the node held.
+        return true;
+    default:
+        phi = double(p.deg_to_rad) * double(p.mat_phi[m]);
+        coh = p.mat_cohesion[m];
+        break;
+    }
+    p.col_phi(r, c) = float(phi);
+    p.col_cohesion(r, c) = float(coh);
+    return true;
+}
+
+// Weight through the layers from the top down; leaves the base layer in `l`
+// and the top of that layer in `t`.
+static double weight_down_to(const Project& p, int r, int c, double zs, int& l, double& t)
+{
+    double q = 0;
+    l = 1;
+    t = p.zgrid(r, c, 1);
+    for (int i = 1; i <= p.num_layers; ++i) {
+        l = p.num_layers - i + 1;
+        t = p.zgrid(r, c, l);
+        // The lowest layer reaches down to a fixed floor of the model.
+        const double b = l == 1 ? -10000.0 : double(p.zgrid(r, c, l - 1));
+        if (zs == t || (zs < t && zs > b))
+            break;
+        q += double(p.mat_unit_weight[l]) * (t - b);
+    }
+    return q;
+}
+
+static bool pore_pressure(const Project& p, int r, int c, int l, int m, const ColumnScratch& s, double q,
+                          double& u)
+{
+    const float piezo = p.mat_piezo[m];
+    if (piezo < 0) {
+        const long k = long(p.num_layers) - cint(piezo);
+        if (k < 1 || k > p.zgrid.planes)
+            return false;
+        u = (double(p.zgrid(r, c, int(k))) - s.zs) * double(p.unit_weight_water);
+        if (u < 0)
+            u = 0;
+    } else {
+        u = q * double(piezo);
+    }
+    // Loading of the base by the top layer, when the base lies under it.
+    if (p.mat_bbar[m] != 0 && l < p.num_layers)
+        u = u + (s.zg - double(p.zgrid(r, c, p.num_layers - 1))) * double(p.mat_unit_weight[p.num_layers]) *
+                    double(p.mat_bbar[m]);
+    return true;
+}
+
+ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw, ColumnRow& row,
+                              ColumnScratch& s)
+{
+    const int nl = p.num_layers, si = p.sliding_index;
+    bool removed = false;
+    for (;;) {
+        const float zg_f = p.zgrid(r, c, nl);
+        s.zs = p.zgrid(r, c, si);
+        s.zg = zg_f;
+        if (!(std::abs(s.zs - s.zg) >= 0.001)) {
+            clear_node(p, r, c, row);
+            return removed ? ColumnOutcome::head_removed : ColumnOutcome::inactive;
+        }
+        ++p.active_columns;
+        ++row.active;
+        const double dip_x = p.surf_dip_x(r, c), dip_y = p.surf_dip_y(r, c);
+        s.sin_a = std::sin(dip_y);
+        s.cos_a = std::cos(dip_y);
+        s.tan_b = std::tan(dip_x);
+
+        if (sw.setup) {
+            s.tan_a = std::tan(dip_y);
+            const double cg = 1.0 / std::sqrt(s.tan_b * s.tan_b + s.tan_a * s.tan_a + 1.0);
+            p.col_cos_gamma(r, c) = float(cg);
+            if (sw.bishop_janbu)
+                p.col_lat_slope(r, c) = float(cg * s.tan_b);
+            s.sin_b = std::sin(dip_x);
+            s.cos_b = std::cos(dip_x);
+            const double a = double(p.row_spacing) * double(p.col_spacing);
+            const double area = a * std::sqrt(1 - s.sin_a * s.sin_a * s.sin_b * s.sin_b) / s.cos_b / s.cos_a;
+            p.col_area(r, c) = float(area);
+
+            int l = 1;
+            double t = 0;
+            double q = weight_down_to(p, r, c, s.zs, l, t);
+            p.col_material(r, c) = l;
+            s.layer = l;
+            s.material = working_material(p, l, r, c);
+            // The unit weight is the layer's, never the discontinuity's.
+            q = q + double(p.mat_unit_weight[l]) * (t - s.zs);
+            double u = 0;
+            if (!pore_pressure(p, r, c, l, s.material, s, q, u))
+                return ColumnOutcome::failed;
+            p.col_pore(r, c) = float(u);
+            // External vertical forces were put into col_weight at the start of the pass.
+            p.col_weight(r, c) = float(double(p.col_weight(r, c)) + q * a);
+            s.weight = p.col_weight(r, c);
+            p.slide_weight = float(double(p.slide_weight) + s.weight);
+            p.slide_area = float(double(p.slide_area) + double(p.col_area(r, c)));
+            p.slide_volume = float(double(p.slide_volume) + (s.zg - s.zs) * a);
+            if (!(p.col_area(r, c) != 0) || !std::isfinite(p.col_area(r, c)) || !std::isfinite(s.weight) ||
+                !std::isfinite(u))
+                return ColumnOutcome::failed;
+        } else {
+            s.layer = p.col_material(r, c);
+            s.material = working_material(p, s.layer, r, c);
+        }
+
+        const int m = s.material;
+        double sigma = 0;
+        if (p.mat_type[m] == 3) {
+            if (sw.setup)
+                sigma = double(p.col_weight(r, c)) / double(p.col_area(r, c)) * s.cos_b * s.cos_a *
+                        sw.sigma_factor;
+            else
+                sigma = p.col_normal(r, c);
+        }
+        if (!column_strength(p, r, c, m, sigma, sw.bishop_janbu))
+            return ColumnOutcome::failed;
+
+        if (sw.head_test) {
+            if (p.col_phi(r, c) == 0 && p.col_cohesion(r, c) == 0) {
+                // No strength: the water in a submerged head, not part of the mass.
+                const double h = s.zg - s.zs;
+                p.zgrid(r, c, si) = zg_f;
+                p.head_water_force[std::size_t(r)] =
+                    float(-h * h * double(p.mat_unit_weight[m]) * double(p.row_spacing) / 2);
+                p.head_water_z[std::size_t(r)] = float(s.zs + h / 3);
+                p.head_water_x[std::size_t(r)] = float(double(r) * double(p.row_spacing));
+                p.head_water_y[std::size_t(r)] =
+                    float(double(p.y_min) + double(c - 1) * double(p.col_spacing));
+                if (sw.bishop_janbu) {
+                    if (row.active > 1)
+                        add_message(p, "HEAD OF SLIDE SUBMERGED.  USE SUBMERGED WEIGHTS.");
+                    --row.active;
+                }
+                s.head_h = h;
+                removed = true;
+                continue;
+            }
+            if (row.continuity == 0 && row.passages > 0)
+                add_message(p, "SLIDING MASS IS DISCONTINUOUS IN ROW " + str(r));
+            row.continuity = 1;
+        }
+        return ColumnOutcome::active;
+    }
+}
+
+} // namespace tobel

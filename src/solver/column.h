@@ -1,0 +1,79 @@
+// What every solver does at one mesh node: the active test, the base
+// geometry, the weight through the layers, the working material, the pore
+// pressure, the strength model and the removal of a submerged head.
+//
+// One routine serves both solver families. The switches say which iteration
+// it is and on which side of the few deliberate differences between Bishop /
+// Janbu and Spencer / Morgenstern-Price the call stands.
+#pragma once
+
+#include <string>
+
+#include "project/project.h"
+
+namespace tobel {
+
+struct ColumnSwitches {
+    // First iteration of a pass (Bishop, Janbu) or of a lambda round (Spencer,
+    // Morgenstern-Price): base geometry, area, weight and pore pressure are
+    // worked out and stored; later iterations use what is stored.
+    bool setup = true;
+    // The zero-strength head test and the continuity messages. Bishop and
+    // Janbu run them with the set-up; Spencer only in the very first iteration.
+    bool head_test = true;
+    // Bishop and Janbu side: col_lat_slope is stored, a non-positive y of the
+    // power law gives tan phi = 0, the submerged-head warning is raised and a
+    // removed head is taken off the row's count again.
+    bool bishop_janbu = true;
+    // Factor on the first normal stress estimate of a non-linear base: the
+    // lateral factor L of the previously solved column for Bishop and Janbu
+    // (0 before any column), 1 for Spencer.
+    double sigma_factor = 1;
+};
+
+// Row bookkeeping; a fresh one for each row of each iteration.
+struct ColumnRow {
+    int continuity = 0; // 1 while inside a part of the mass that has strength
+    int passages = 0;   // active-to-inactive passages so far
+    int active = 0;     // active columns of the row
+};
+
+// Scratch of the node, for the solver's own equations. The trigonometric
+// values are always set for an active node; the rest in a set-up iteration.
+struct ColumnScratch {
+    double sin_a = 0, cos_a = 0, tan_b = 0; // of surf_dip_y, surf_dip_y, surf_dip_x
+    double tan_a = 0, sin_b = 0, cos_b = 0; // set-up only
+    double zs = 0, zg = 0;                  // sliding surface and ground
+    double weight = 0;                      // W as stored (set-up only)
+    int layer = 0;                          // base layer, as col_material
+    int material = 0;                       // working material
+    double head_h = 0;                      // thickness of a removed head
+};
+
+enum class ColumnOutcome {
+    inactive,     // not part of the mass; its results are zero
+    active,       // evaluated; the solver's equations follow
+    head_removed, // a zero-strength head was removed; the node is now inactive
+    failed,       // an arithmetic failure (see arithmetic_failure_text)
+};
+
+// Evaluates node (r, c). Adds to active_columns, and in a set-up iteration to
+// slide_weight, slide_area and slide_volume; may add messages. On `failed`
+// scratch.material names the material.
+ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw, ColumnRow& row,
+                              ColumnScratch& scratch);
+
+// The strength alone (col_phi, col_cohesion) of an active node whose set-up
+// is stored, for material m. `sigma` is the normal stress a non-linear base is
+// linearised at. False on an arithmetic failure (non-finite strength, a
+// uniaxial strength of 0).
+bool column_strength(Project& p, int r, int c, int m, double sigma, bool guard_power);
+
+// The material used at a node whose base lies in layer l: the discontinuity
+// material there, unless the layer has no strength at all.
+int working_material(const Project& p, int l, int r, int c);
+
+// Message of a solution stopped by a floating-point failure at a column.
+std::string arithmetic_failure_text(int c, int r, int m);
+
+} // namespace tobel
