@@ -1,6 +1,7 @@
 #include "project/commands.h"
 #include "project/menu_model.h"
 #include "project/numtext.h"
+#include "project/runtime_error.h"
 #include "solver/bishop_janbu.h"
 #include "solver/checks.h"
 #include "solver/result_panel.h"
@@ -28,7 +29,15 @@ bool solve_single_trial(Project& p, Port& port)
     check_surface(p);
     // 4.
     const bool rotated = p.rotation_angle != 0;
-    solve_bishop_janbu(p, port);
+    try {
+        solve_bishop_janbu(p, port);
+    } catch (const RuntimeError& e) {
+        // A run-time failure of the solution (the message list overflowing) fails the trial.
+        p.factor_of_safety = 0;
+        p.solve_interactive = 0;
+        port.busy(false);
+        port.message_box(error_report_text(e), Buttons::ok, Icon::critical, "TOBEL-3");
+    }
     // 5.
     port.show_text("RESULTS", result_panel_lines(p));
     if (p.message_count > 0) show_message_list(p, port);
