@@ -1,4 +1,6 @@
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <stdexcept>
 
@@ -6,7 +8,6 @@
 #include "cli_port.h"
 #include "dialogs/ellipsoid_form.h"
 #include "project/commands.h"
-#include "project/numtext.h"
 
 namespace tobel::cli {
 
@@ -60,11 +61,23 @@ std::string parse(const std::vector<std::string>& args, SolveOptions& o)
     return {};
 }
 
-double finite_or_zero(double x) { return std::isfinite(x) ? x : 0.0; }
+// The shortest decimal text that reads back as the same single; JSON has no
+// NaN or infinity, and a result never holds one, but a bad file must not
+// produce invalid output.
+std::string json_number(float x)
+{
+    if (!std::isfinite(x)) return "0";
+    char buf[32];
+    for (int digits = 6; digits <= 9; ++digits) {
+        std::snprintf(buf, sizeof buf, "%.*g", digits, double(x));
+        if (std::strtof(buf, nullptr) == x) break;
+    }
+    return buf;
+}
 
 void print_json(const Project& p, std::ostream& out)
 {
-    auto num = [](double x) { return general_text_double(finite_or_zero(x)); };
+    auto num = [](float x) { return json_number(x); };
     out << "{\"factor_of_safety\": " << num(p.factor_of_safety) << ", \"method\": "
         << json_string(method_name(p.solution_method)) << ", \"lambda\": " << num(p.lambda_coef)
         << ", \"slide_volume\": " << num(p.slide_volume) << ", \"slide_weight\": " << num(p.slide_weight)

@@ -51,6 +51,9 @@ void continue_field_form(Project& p, const FieldForm& form, Port& port)
     port.message_box(field_defined_message, Buttons::ok, Icon::none, "");
 }
 
-void cancel_field_form(Project& p) { p.form_mode = 0; }
+void cancel_field_form(Project& p)
+{
+    p.form_mode = 0;
+}
 
 } // namespace tobel

@@ -12,7 +12,10 @@
 
 namespace tobel {
 
-static std::size_t sliding(const Project& p) { return std::size_t(p.sliding_index); }
+static std::size_t sliding(const Project& p)
+{
+    return std::size_t(p.sliding_index);
+}
 
 static void draw_surface(const Project& p, Port& port)
 {
@@ -89,7 +92,10 @@ GeneralNext continue_general_surface_form(Project& p, const GeneralSurfaceForm& 
     return GeneralNext::solved_ready;
 }
 
-void cancel_general_surface_form(Project& p) { p.form_mode = 0; }
+void cancel_general_surface_form(Project& p)
+{
+    p.form_mode = 0;
+}
 
 GeneralNext general_surface_editor_continue(Project& p, Port& port)
 {

@@ -85,7 +85,6 @@ void wedge_form_key(WedgeForm& form, WedgeKey key, Port& port)
     case WedgeKey::up:
         if (form.row > 1)
             --form.row;
-        scroll_to_current(form);
         break;
     case WedgeKey::down: move_down(form, port); break;
     case WedgeKey::left:
@@ -110,6 +109,7 @@ void wedge_form_key(WedgeForm& form, WedgeKey key, Port& port)
         }
         break;
     }
+    scroll_to_current(form);
 }
 
 bool wedge_form_accepts(const std::string& text, char key, int caret)
@@ -186,6 +186,9 @@ void continue_wedge_form(Project& p, const WedgeForm& form, Port& port)
     p.form_mode = 0;
 }
 
-void cancel_wedge_form(Project& p) { p.form_mode = 0; }
+void cancel_wedge_form(Project& p)
+{
+    p.form_mode = 0;
+}
 
 } // namespace tobel

@@ -39,8 +39,8 @@ struct WedgeForm {
     std::vector<WedgeRow> rows; // plane r at index r - 1; its size is the form's count
     int row = 1;                // current cell
     int col = 1;
-    int top_row = 1;            // first of the eight rows in view
-    int max_wedges = 10;        // the limit in force when the form opened
+    int top_row = 1;     // first of the eight rows in view
+    int max_wedges = 10; // the limit in force when the form opened
 
     int count() const { return int(rows.size()); }
     float& cell(int r, int c) { return rows[std::size_t(r - 1)][std::size_t(c - 1)]; }

@@ -17,13 +17,6 @@ namespace tobel {
 
 namespace {
 
-struct BusyPointer {
-    Port& port;
-    explicit BusyPointer(Port& p) : port(p) { port.busy(true); }
-    ~BusyPointer() { port.busy(false); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-};
 
 constexpr const char* wrong_file_text =
     "Wrong .GRD file.  Use 'Edit Stratigraphic Layer Surfaces' to correct.";

@@ -155,17 +155,6 @@ void write_data_file(Project& p, const std::string& path)
     update_recent_files(p);
 }
 
-namespace {
-
-struct BusyPointer {
-    Port& port;
-    explicit BusyPointer(Port& p) : port(p) { port.busy(true); }
-    ~BusyPointer() { port.busy(false); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-};
-
-} // namespace
 
 // Refuses a count that the tables cannot hold, naming it and where it was read.
 static void check_count(const InputReader& in, const char* what, long value, long low, long high)

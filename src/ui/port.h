@@ -43,6 +43,15 @@ public:
     virtual void show_view(int view_mode, const std::string& caption) = 0;
 };
 
+// The busy pointer for the life of a scope.
+struct BusyPointer {
+    Port& port;
+    explicit BusyPointer(Port& p) : port(p) { port.busy(true); }
+    ~BusyPointer() { port.busy(false); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+};
+
 // A port that answers every question with a fixed answer and shows nothing:
 // for batch runs and searches.
 class QuietPort : public Port {
