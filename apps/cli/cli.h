@@ -11,6 +11,7 @@ namespace tobel::cli {
 int run_info(const std::vector<std::string>& args);
 int run_solve(const std::vector<std::string>& args);
 int run_script(const std::vector<std::string>& args);
+int run_export(const std::vector<std::string>& args);
 
 // Shared by the subcommands.
 std::string json_string(const std::string& s);

@@ -3,6 +3,7 @@
 #include "cli.h"
 #include "cli_port.h"
 #include "project/commands.h"
+#include "trial.h"
 
 namespace tobel::cli {
 
@@ -16,10 +17,7 @@ int run_info(const std::vector<std::string>& args)
     Project p;
     main_load(p);
     CliPort port(std::cerr);
-    p.data_file_path = args[0];
-    p.open_recent_pending = -1;
-    file_open(p, port);
-    if (port.error_boxes) return 1;
+    if (!open_data_file(p, port, args[0])) return 1;
     print_project(p, std::cout);
     return 0;
 }

@@ -11,7 +11,10 @@ void usage(std::ostream& out)
 {
     out << "usage: tobel info FILE\n"
            "       tobel solve FILE [--method bishop|janbu|spencer|morgenstern-price]\n"
-           "                        [--surface ellipsoid] [--json] [--printout] [--yes|--no]\n"
+           "                        [--surface ellipsoid|wedge|composite|general|general-wedge]\n"
+           "                        [--field XLO,XHI,YLO,YHI] [--rotation DEG] [--json]\n"
+           "                        [--printout] [--column Y,X] [--yes|--no]\n"
+           "       tobel export FILE --grd K [--out PATH] [solve options]\n"
            "       tobel run SCRIPT\n";
 }
 
@@ -30,6 +33,7 @@ int main(int argc, char** argv)
         if (command == "info") return tobel::cli::run_info(args);
         if (command == "solve") return tobel::cli::run_solve(args);
         if (command == "run") return tobel::cli::run_script(args);
+        if (command == "export") return tobel::cli::run_export(args);
     } catch (const std::exception& e) {
         std::cerr << "tobel: " << e.what() << "\n";
         return 1;

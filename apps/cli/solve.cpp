@@ -1,89 +1,80 @@
-#include <cmath>
-#include <cstdio>
-#include <cstdlib>
+// tobel solve: Open, the sliding surface's forms, Solve > Single Trial Surface.
 #include <iostream>
 #include <stdexcept>
 
 #include "cli.h"
 #include "cli_port.h"
-#include "dialogs/ellipsoid_form.h"
 #include "project/commands.h"
+#include "solver/single_column.h"
+#include "trial.h"
 
 namespace tobel::cli {
 
 namespace {
 
 struct SolveOptions {
-    std::string file;
-    int method = 1;
-    std::string surface = "ellipsoid";
-    bool json = false;
+    TrialOptions trial;
     bool printout = false;
-    Answer answer = Answer::no;
+    bool column = false;
+    std::array<float, 2> column_yx{};
 };
 
-// Returns an error text, empty when the options are good.
-std::string parse(const std::vector<std::string>& args, SolveOptions& o)
+SolveOptions parse(const std::vector<std::string>& args)
 {
+    SolveOptions o;
     for (std::size_t i = 0; i < args.size(); ++i) {
-        const std::string& a = args[i];
-        auto value = [&](const char* what) -> std::string {
-            if (i + 1 >= args.size()) throw std::runtime_error(std::string(what) + " needs a value");
-            return args[++i];
-        };
-        if (a == "--method") {
-            const std::string m = value("--method");
-            o.method = method_number(m);
-            if (o.method == 0) return "unknown method '" + m + "'";
-        } else if (a == "--surface") {
-            o.surface = value("--surface");
-        } else if (a == "--json") {
-            o.json = true;
-        } else if (a == "--printout") {
+        if (take_trial_option(args, i, o.trial)) continue;
+        if (args[i] == "--printout") {
             o.printout = true;
-        } else if (a == "--yes") {
-            o.answer = Answer::yes;
-        } else if (a == "--no") {
-            o.answer = Answer::no;
-        } else if (!a.empty() && a[0] == '-') {
-            return "unknown option '" + a + "'";
-        } else if (o.file.empty()) {
-            o.file = a;
+        } else if (args[i] == "--column") {
+            if (i + 1 >= args.size() || !parse_numbers(args[++i], o.column_yx))
+                throw std::runtime_error("--column takes Y,X");
+            o.column = true;
         } else {
-            return "more than one file given";
+            throw std::runtime_error("unknown option '" + args[i] + "'");
         }
     }
-    if (o.file.empty()) return "no data file given";
-    if (o.surface != "ellipsoid") return "surface '" + o.surface + "' is not available; use --surface ellipsoid";
-    if (o.method == 3 || o.method == 4)
-        return std::string("method '") + method_name(o.method) +
-               "' is not available yet; use --method bishop or --method janbu";
-    return {};
-}
-
-// The shortest decimal text that reads back as the same single; JSON has no
-// NaN or infinity, and a result never holds one, but a bad file must not
-// produce invalid output.
-std::string json_number(float x)
-{
-    if (!std::isfinite(x)) return "0";
-    char buf[32];
-    for (int digits = 6; digits <= 9; ++digits) {
-        std::snprintf(buf, sizeof buf, "%.*g", digits, double(x));
-        if (std::strtof(buf, nullptr) == x) break;
-    }
-    return buf;
+    check_trial_options(o.trial);
+    return o;
 }
 
 void print_json(const Project& p, std::ostream& out)
 {
-    auto num = [](float x) { return json_number(x); };
-    out << "{\"factor_of_safety\": " << num(p.factor_of_safety) << ", \"method\": "
-        << json_string(method_name(p.solution_method)) << ", \"lambda\": " << num(p.lambda_coef)
-        << ", \"slide_volume\": " << num(p.slide_volume) << ", \"slide_weight\": " << num(p.slide_weight)
-        << ", \"slide_area\": " << num(p.slide_area) << ", \"active_columns\": " << p.active_columns
-        << ", \"lateral_unbalance\": " << num(p.lateral_unbalance) << ", \"centre_y\": " << num(p.centre_y)
-        << ", \"centre_z\": " << num(p.centre_z) << ", \"messages\": [";
+    auto field = [&out](const char* name, const std::string& value) {
+        out << ", \"" << name << "\": " << value;
+    };
+    auto num = [&field](const char* name, float x) { field(name, json_number(x)); };
+    out << "{\"factor_of_safety\": " << json_number(p.factor_of_safety);
+    field("method", json_string(method_name(p.solution_method)));
+    num("lambda", p.lambda_coef);
+    num("slide_volume", p.slide_volume);
+    num("slide_weight", p.slide_weight);
+    num("slide_area", p.slide_area);
+    field("active_columns", std::to_string(p.active_columns));
+    num("lateral_unbalance", p.lateral_unbalance);
+    num("centre_y", p.centre_y);
+    num("centre_z", p.centre_z);
+    field("iteration_count", std::to_string(p.solution_method >= 3 ? p.iteration_count : p.iteration_total));
+    num("neg_normal_percent", p.neg_normal_percent);
+    num("head_water_sum", p.head_water_sum);
+    num("crack_water_sum", p.crack_water_sum);
+    num("ext_horizontal_sum", p.ext_horizontal_sum);
+    num("ext_vertical_sum", p.ext_vertical_sum);
+    if (p.solution_method >= 3) {
+        out << ", \"acceptability\": {\"moment_shear\": " << json_number(p.moment_shear);
+        field("moment_other", json_number(p.moment_other));
+        if (p.num_rows == 1) {
+            field("thrust_ratio_mean", json_number(p.thrust_ratio_mean));
+            field("thrust_ratio_min", json_number(p.thrust_ratio_min));
+            field("thrust_ratio_max", json_number(p.thrust_ratio_max));
+            field("vol_thrust_inside", json_number(p.vol_thrust_inside));
+            field("vol_thrust_middle", json_number(p.vol_thrust_middle));
+            field("vol_tension", json_number(p.vol_tension));
+        }
+        field("vol_overstressed", json_number(p.vol_overstressed));
+        out << "}";
+    }
+    out << ", \"messages\": [";
     for (int i = 1; i <= p.message_count; ++i)
         out << (i > 1 ? ", " : "") << json_string(p.message_text[std::size_t(i)]);
     out << "]}\n";
@@ -94,39 +85,33 @@ void print_json(const Project& p, std::ostream& out)
 int run_solve(const std::vector<std::string>& args)
 {
     SolveOptions o;
-    std::string error;
     try {
-        error = parse(args, o);
+        o = parse(args);
     } catch (const std::exception& e) {
-        error = e.what();
-    }
-    if (!error.empty()) {
-        std::cerr << "tobel solve: " << error << "\n";
+        std::cerr << "tobel solve: " << e.what() << "\n";
         return 1;
     }
     Project p;
     main_load(p);
     // With --json only the object goes to standard output.
-    CliPort port(o.json ? std::cerr : std::cout);
-    port.policy = o.answer;
-    port.show_windows = !o.json;
+    CliPort port(o.trial.json ? std::cerr : std::cout);
+    port.policy = o.trial.answer;
+    port.show_windows = !o.trial.json;
     port.show_printout = o.printout;
     install_interrupt_handler();
 
-    // Open, as the Open command does with the file already chosen.
-    p.data_file_path = o.file;
-    p.open_recent_pending = -1;
-    file_open(p, port);
-    if (port.error_boxes) return 1;
-
-    // The single ellipsoid stored in the file, confirmed as its form's Continue does.
-    EllipsoidForm form = open_ellipsoid_form(p);
-    continue_ellipsoid_form(p, form, port);
-
-    p.solution_method = int16(o.method);
-    solve_single_trial(p, port);
-    if (o.json) print_json(p, std::cout);
-    return p.factor_of_safety == 0 || !std::isfinite(p.factor_of_safety) ? 2 : 0;
+    if (!prepare_trial(p, port, o.trial)) return 1;
+    if (!solve_single_trial(p, port)) {
+        std::cerr << "tobel solve: method " << method_name(p.solution_method) << " is not available\n";
+        return 1;
+    }
+    if (o.column) {
+        std::vector<std::string> lines;
+        show_single_column(p, o.column_yx[0], o.column_yx[1], lines);
+        for (const auto& l : lines) (o.trial.json ? std::cerr : std::cout) << l << "\n";
+    }
+    if (o.trial.json) print_json(p, std::cout);
+    return p.factor_of_safety == 0 ? 2 : 0;
 }
 
 } // namespace tobel::cli

@@ -32,7 +32,7 @@ void mirror_command(Project& p, Port& port);
 // the longitudinal section in 2-D.
 void show_finished_load_view(Project& p, Port& port);
 
-// Solve single trial. Returns false when the method cannot be run here.
+// Solve single trial. Returns false for a method number outside 1 to 4.
 bool solve_single_trial(Project& p, Port& port);
 
 } // namespace tobel

@@ -4,6 +4,7 @@
 #include "project/runtime_error.h"
 #include "solver/bishop_janbu.h"
 #include "solver/checks.h"
+#include "solver/spencer_mp.h"
 #include "solver/result_panel.h"
 
 namespace tobel {
@@ -18,8 +19,7 @@ static void show_message_list(Project& p, Port& port)
 
 bool solve_single_trial(Project& p, Port& port)
 {
-    // Spencer and Morgenstern-Price come with their own solver.
-    if (p.solution_method != 1 && p.solution_method != 2) return false;
+    if (p.solution_method < 1 || p.solution_method > 4) return false;
     // 2.
     p.report_kind = 1;
     p.solve_interactive = -1;
@@ -30,7 +30,10 @@ bool solve_single_trial(Project& p, Port& port)
     // 4.
     const bool rotated = p.rotation_angle != 0;
     try {
-        solve_bishop_janbu(p, port);
+        if (p.solution_method == 3 || p.solution_method == 4)
+            solve_spencer_mp(p, port);
+        else
+            solve_bishop_janbu(p, port);
     } catch (const RuntimeError& e) {
         // A run-time failure of the solution (the message list overflowing) fails the trial.
         p.factor_of_safety = 0;

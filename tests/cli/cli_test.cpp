@@ -83,13 +83,41 @@ TEST(cli, missing_file_is_bad_input)
     EXPECT_NE(r.out.find("Error # 53 occured: File not found"), std::string::npos) << r.out;
 }
 
-TEST(cli, methods_not_yet_available_are_refused)
+TEST(cli, unknown_method_surface_or_option_is_bad_input)
 {
-    RunResult r = tobel("solve " + example("slope2d-homogeneous.tob") + " --method spencer", true);
-    EXPECT_EQ(r.status, 1);
-    EXPECT_NE(r.out.find("not available"), std::string::npos) << r.out;
     RunResult u = tobel("solve " + example("slope2d-homogeneous.tob") + " --method nonsense", true);
     EXPECT_EQ(u.status, 1);
+    EXPECT_NE(u.out.find("unknown method 'nonsense'"), std::string::npos) << u.out;
+    RunResult s = tobel("solve " + example("slope2d-homogeneous.tob") + " --surface sphere", true);
+    EXPECT_EQ(s.status, 1);
+    EXPECT_NE(s.out.find("unknown surface 'sphere'"), std::string::npos) << s.out;
+    RunResult f = tobel("solve " + example("slope2d-homogeneous.tob") + " --field 1,2,3", true);
+    EXPECT_EQ(f.status, 1);
+    RunResult w = tobel("solve " + example("slope2d-homogeneous.tob") + " --surface wedge", true);
+    EXPECT_EQ(w.status, 1);
+    EXPECT_NE(w.out.find("holds no wedge planes"), std::string::npos) << w.out;
+}
+
+TEST(cli, all_four_methods_solve_the_2d_example)
+{
+    for (const char* m : {"bishop", "janbu", "spencer", "morgenstern-price"}) {
+        RunResult r = tobel("solve " + example("slope2d-homogeneous.tob") + " --json --method " + m);
+        EXPECT_EQ(r.status, 0) << m;
+        EXPECT_NE(r.out.find(std::string("\"method\": \"") + m + "\""), std::string::npos) << r.out;
+    }
+}
+
+TEST(cli, export_writes_a_grid_that_names_the_mesh)
+{
+    tobel::test::ScratchDir dir;
+    RunResult r = tobel("export " + example("slope3d-layers-piezo-force.tob") + " --grd 2 --out " + dir.file("g.grd"));
+    EXPECT_EQ(r.status, 0);
+    const std::string grid = tobel::test::read_bytes(dir.file("g.grd"));
+    EXPECT_EQ(grid.rfind("DSAA", 0), 0u) << grid.substr(0, 40);
+    EXPECT_NE(grid.find(" 61  41 "), std::string::npos);
+    RunResult beyond = tobel("export " + example("slope3d-layers-piezo-force.tob") + " --grd 9 --out " + dir.file("h.grd"), true);
+    EXPECT_EQ(beyond.status, 1);
+    EXPECT_NE(beyond.out.find("beyond the stack"), std::string::npos) << beyond.out;
 }
 
 TEST(cli, failed_solution_exits_two)

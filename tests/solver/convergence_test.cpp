@@ -24,94 +24,10 @@
 namespace tobel::test {
 namespace {
 
-// Ground z = z0 + s y rises with Y, so that the mass moves towards -Y, the
-// direction of sliding. The sliding surface is the lower half of the
-// ellipsoid of revolution about the axis through (xc, yc, zc) parallel to X,
-// radius R in the Y-Z plane, semi-axis a R along X.
-struct Slope {
-    double z0 = 0, s = 0.3;
-    double xc = 50, yc = 50, zc = 39, radius = 30, aspect = 1;
-    double cohesion = 20, gamma = 18;
-};
-
-// The two closed-form integrals of one strip at dx = x - xc, per unit width.
-static void strip(const Slope& g, double dx, double& resisting, double& driving)
-{
-    resisting = driving = 0;
-    const double a = g.aspect;
-    const double rl2 = g.radius * g.radius - dx * dx / (a * a);
-    if (rl2 <= 0)
-        return;
-    const double rl = std::sqrt(rl2);
-    // Height of the centre over the ground at y = yc.
-    const double d = g.zc - g.z0 - g.s * g.yc;
-    // Cut of the circle z = zc - sqrt(rl^2 - u^2) with the ground, u = y - yc.
-    const double disc = (1 + g.s * g.s) * rl2 - d * d;
-    if (disc <= 0)
-        return;
-    const double u1 = (d * g.s - std::sqrt(disc)) / (1 + g.s * g.s);
-    const double u2 = (d * g.s + std::sqrt(disc)) / (1 + g.s * g.s);
-    // dA / (dx dy) = sqrt(1 + zx^2 + zy^2) = sqrt(rl^2 + dx^2 / a^4) / sqrt(rl^2 - u^2),
-    // and the distance from the axis is rl on the whole strip.
-    resisting = g.cohesion * rl * std::sqrt(rl2 + dx * dx / (a * a * a * a)) *
-                (std::asin(u2 / rl) - std::asin(u1 / rl));
-    // Thickness sqrt(rl^2 - u^2) - d + s u, times the arm u.
-    auto prim = [&](double u) {
-        return -std::pow(rl2 - u * u, 1.5) / 3 - d * u * u / 2 + g.s * u * u * u / 3;
-    };
-    driving = g.gamma * (prim(u2) - prim(u1));
-}
-
-static double closed_form_3d(const Slope& g)
-{
-    const double half = g.radius * g.aspect;
-    const int n = 400000;
-    const double h = 2 * half / n;
-    double res = 0, drv = 0;
-    for (int i = 0; i < n; ++i) {
-        const double dx = -half + (i + 0.5) * h;
-        double r1 = 0, d1 = 0;
-        strip(g, dx, r1, d1);
-        res += r1 * h;
-        drv += d1 * h;
-    }
-    return res / drv;
-}
-
-static double closed_form_2d(const Slope& g)
-{
-    double r1 = 0, d1 = 0;
-    strip(g, 0, r1, d1);
-    return r1 / d1;
-}
-
 // The program's solution on an n by n mesh (one row of unit width in 2-D).
 static double solve_on_mesh(const Slope& g, int n, bool two_d, int method)
 {
-    SolverMesh m;
-    m.rows = two_d ? 1 : n;
-    m.cols = n;
-    m.x_min = 0;
-    m.x_max = two_d ? 1.0f : float(2 * g.xc);
-    m.y_min = 0;
-    m.y_max = float(2 * g.yc);
-    auto p = make_solver_project(m);
-    p->solution_method = int16(method);
-    p->mat_unit_weight[1] = float(g.gamma);
-    p->mat_cohesion[1] = float(g.cohesion);
-    p->mat_phi[1] = 0;
-    for (int r = 1; r <= p->num_rows; ++r)
-        for (int c = 1; c <= p->num_cols; ++c) {
-            const double y = double(p->y_min) + (c - 1) * double(p->col_spacing);
-            p->zgrid(r, c, 1) = float(g.z0 + g.s * y);
-        }
-    p->ell_x = two_d ? p->x_min : float(g.xc);
-    p->ell_y = float(g.yc);
-    p->ell_z = float(g.zc);
-    p->ell_radius = float(g.radius);
-    p->ell_aspect = float(g.aspect);
-    clear_sliding_surface(*p);
-    build_ellipsoid(*p);
+    auto p = make_cohesive_slope(g, n, two_d, method);
     check_surface(*p);
     EXPECT_EQ(p->surface_out_flag, 0) << "the slide must stay inside the mesh";
     p->solve_interactive = 0;

@@ -1,0 +1,47 @@
+// The trial of the solver benchmarks: a cohesive-frictional slope with pore
+// pressure ratio 0.2 on an n by n mesh over 0..100 both ways, cut by a
+// sphere whose slide covers about half the plan.
+#pragma once
+
+#include <memory>
+
+#include "project/defaults.h"
+#include "project/project.h"
+#include "surfaces/ellipsoid.h"
+
+namespace tobel::bench {
+
+inline std::unique_ptr<Project> make_trial(int n, int method = 1)
+{
+    auto p = std::make_unique<Project>();
+    set_defaults(*p);
+    p->solution_method = int16(method);
+    p->num_layers = 1;
+    derive_counts(*p);
+    p->num_rows = int16(n);
+    p->num_cols = int16(n);
+    p->x_max = 100;
+    p->y_max = 100;
+    redim_grids(*p);
+    p->row_spacing = float(100.0 / (n - 1));
+    p->col_spacing = float(100.0 / (n - 1));
+    p->mat_type[1] = 1;
+    p->mat_unit_weight[1] = 18;
+    p->mat_cohesion[1] = 10;
+    p->mat_phi[1] = 25;
+    p->mat_piezo[1] = 0.2f;
+    for (int r = 1; r <= n; ++r)
+        for (int c = 1; c <= n; ++c)
+            p->zgrid(r, c, 1) = float(0.3 * (c - 1) * double(p->col_spacing));
+    // A sphere whose cut with the ground covers about half the plan.
+    p->ell_x = 50;
+    p->ell_y = 50;
+    p->ell_z = 55;
+    p->ell_radius = 54;
+    p->ell_aspect = 1;
+    clear_sliding_surface(*p);
+    build_ellipsoid(*p);
+    return p;
+}
+
+} // namespace tobel::bench

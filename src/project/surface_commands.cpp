@@ -1,0 +1,65 @@
+#include "project/surface_commands.h"
+
+#include "dialogs/ellipsoid_form.h"
+#include "dialogs/field_form.h"
+#include "dialogs/general_surface_form.h"
+#include "dialogs/wedge_form.h"
+#include "solver/checks.h"
+
+namespace tobel {
+
+bool parse_surface_command(const std::string& name, SurfaceCommand& out)
+{
+    if (name == "ellipsoid")
+        out = SurfaceCommand::ellipsoid;
+    else if (name == "wedge")
+        out = SurfaceCommand::wedge;
+    else if (name == "composite")
+        out = SurfaceCommand::composite;
+    else if (name == "general")
+        out = SurfaceCommand::general;
+    else if (name == "general-wedge")
+        out = SurfaceCommand::general_wedge;
+    else
+        return false;
+    return true;
+}
+
+static int16 form_mode_of(SurfaceCommand which)
+{
+    switch (which) {
+    case SurfaceCommand::composite: return 3;
+    case SurfaceCommand::general_wedge: return 4;
+    case SurfaceCommand::general: return 7;
+    default: return 0;
+    }
+}
+
+bool confirm_surface(Project& p, Port& port, SurfaceCommand which)
+{
+    // Surface commands start from clear water and force columns.
+    reset_forces(p);
+    p.keep_window = 0;
+    p.form_mode = form_mode_of(which);
+    bool to_wedges = which == SurfaceCommand::wedge;
+    if (which == SurfaceCommand::ellipsoid || which == SurfaceCommand::composite) {
+        to_wedges = continue_ellipsoid_form(p, open_ellipsoid_form(p), port) == EllipsoidNext::to_wedge_form;
+    } else if (which == SurfaceCommand::general || which == SurfaceCommand::general_wedge) {
+        GeneralSurfaceForm form = open_general_surface_form(p);
+        GeneralNext next = continue_general_surface_form(p, form, port);
+        // The section editor opens on the sliding line; it is confirmed as it stands.
+        if (next == GeneralNext::section_editor) next = general_surface_editor_continue(p, port);
+        to_wedges = next == GeneralNext::to_wedge_form;
+    }
+    if (to_wedges) continue_wedge_form(p, open_wedge_form(p), port);
+    return p.surface_defined != 0;
+}
+
+void confirm_discontinuity_field(Project& p, Port& port, float x_low, float x_high, float y_low, float y_high)
+{
+    FieldForm form = open_field_form(p);
+    form.values = {x_low, x_high, y_low, y_high};
+    continue_field_form(p, form, port);
+}
+
+} // namespace tobel

@@ -1,0 +1,24 @@
+// The sliding surface commands of the menu, each followed through its forms
+// with the values the project holds, as the forms' Continue buttons would.
+#pragma once
+
+#include <string>
+
+#include "project/project.h"
+#include "ui/port.h"
+
+namespace tobel {
+
+enum class SurfaceCommand { ellipsoid, wedge, composite, general, general_wedge };
+
+// "ellipsoid", "wedge", "composite", "general", "general-wedge"; false when unknown.
+bool parse_surface_command(const std::string& name, SurfaceCommand& out);
+
+// Runs the command and confirms each form in turn. Returns true when a
+// sliding surface is defined afterwards.
+bool confirm_surface(Project& p, Port& port, SurfaceCommand which);
+
+// The discontinuity field of a general surface, set to the given rectangle.
+void confirm_discontinuity_field(Project& p, Port& port, float x_low, float x_high, float y_low, float y_high);
+
+} // namespace tobel

@@ -1,0 +1,586 @@
+#include "solver/spencer_mp.h"
+
+#include <cmath>
+#include <vector>
+
+#include "project/numtext.h"
+#include "report/messages.h"
+#include "solver/column.h"
+#include "solver/external_forces.h"
+#include "solver/result_panel.h"
+
+namespace tobel {
+
+namespace {
+
+// An active column of the round, with what stays fixed over the round's F
+// iterations. Only a non-linear base changes its strength terms.
+struct SpencerColumn {
+    std::size_t at = 0; // flat index into the column grids
+    int r = 0, c = 0, m = 0;
+    bool nonlinear = false;
+    bool prev_active = false; // node c - 1 is active in this round
+    double w = 0, area = 0, pore = 0, cos_g = 0;
+    double sin_a = 0, cos_a = 0, tan_a = 0, tan_b = 0;
+    double zs = 0, zg = 0, f = 0;
+    double u = 0, t = 0, coh = 0; // U = u A, T = tan(phi), C = c A
+};
+
+struct RowRange {
+    std::size_t begin = 0, end = 0;
+    double weight = 0; // sum of W over the row's active columns
+};
+
+// What runs along a row during one iteration.
+struct RowState {
+    double e = 0;   // thrust entering the next column
+    double arm = 0; // arm of that thrust over the base of the next column
+    double a1 = 0, a2 = 0, a3 = 0;
+};
+
+struct Failure {
+    bool failed = false;
+    int c = 0, r = 0, m = 0;
+    bool sums = false; // in the sums of a row or of the mass, not at one column
+};
+
+} // namespace
+
+bool next_lambda(LambdaSearch& s, double rm)
+{
+    ++s.since_rescue;
+    if (s.round == 1) {
+        s.r1 = rm;
+        s.lambda1 = s.lambda;
+        s.lambda = float(0.3 / s.fmax);
+        return false;
+    }
+    double lc = 0, rc = 0; // the new point
+    if (s.since_rescue > 2 && std::abs(rm) > std::abs(s.best_r)) {
+        // Three rounds without doing better: start again just below the best point.
+        s.since_rescue = 0;
+        lc = s.best_lambda;
+        rc = s.best_r;
+        s.lambda = float(s.best_lambda - 0.05);
+    } else {
+        lc = s.lambda;
+        rc = rm;
+        if (s.r1 == rm)
+            return true;
+        s.lambda = float(lc + rm * (lc - s.lambda1) / (s.r1 - rm));
+    }
+    if (std::abs(s.r1) > std::abs(rc)) {
+        s.best_lambda = lc;
+        s.best_r = rc;
+    } else {
+        s.best_lambda = s.lambda1;
+        s.best_r = s.r1;
+    }
+    // Lambda stays positive and never zero.
+    if (s.lambda == 0)
+        s.lambda = 0.01f;
+    else if (s.lambda < 0)
+        s.lambda = -s.lambda;
+    if (std::abs(double(s.lambda) - lc) > 0.002) {
+        s.lambda1 = lc;
+        s.r1 = rc;
+        return false;
+    }
+    return true;
+}
+
+double next_factor(double fp, double rp, double fc, double rf)
+{
+    double f = fc + rf * (fc - fp) / (rp - rf);
+    if (f < 0.18)
+        f = 0.2;
+    return f;
+}
+
+static std::string m_alpha_text(double ma, int c, int r, int m)
+{
+    return "M ALPHA = " + format(ma, "#0.0000") + " IN COLUMN " + str(c) + " ROW " + str(r) + " MAT'L " +
+           str(m);
+}
+
+static void strength_terms(const Project& p, SpencerColumn& e)
+{
+    e.u = double(p.col_pore.v[e.at]) * e.area;
+    e.coh = double(p.col_cohesion.v[e.at]) * e.area;
+    e.t = std::tan(double(p.col_phi.v[e.at]));
+}
+
+// The local factor leaves the pore force out; here the earthquake term is
+// multiplied by cos(alpha).
+static void local_fos(Project& p, const SpencerColumn& e, double k)
+{
+    const double d = e.w * (e.sin_a + k * e.cos_a);
+    p.col_fos.v[e.at] = d == 0 ? 100.0f : float((e.w * e.cos_a * e.t + e.coh) / d);
+}
+
+// The interslice function of Spencer (1 everywhere) or of Morgenstern-Price
+// (a half sine over the slide, with 3.1415 for pi). Method 5 keeps what the
+// slice holds.
+static void interslice_function(Project& p, int method)
+{
+    const int si = p.sliding_index, nl = p.num_layers;
+    if (method == 3) {
+        for (int r = 1; r <= p.num_rows; ++r)
+            for (int c = 1; c <= p.num_cols; ++c)
+                p.zgrid(r, c, si + 1) = 1;
+        return;
+    }
+    if (method != 4)
+        return;
+    int c_min = 999999, c_max = 0;
+    for (int r = 1; r <= p.num_rows; ++r)
+        for (int c = 1; c <= p.num_cols; ++c)
+            if (double(p.zgrid(r, c, nl)) - double(p.zgrid(r, c, si)) > 0) {
+                if (c > c_max)
+                    c_max = c;
+                if (c < c_min)
+                    c_min = c;
+            }
+    p.col_thrust_height.fill(0);
+    const double ymin = p.y_min, cs = p.col_spacing;
+    const double y_lo = ymin + double(c_min - 1) * cs;
+    const double span = (ymin + double(c_max - 1) * cs) - y_lo;
+    for (int r = 1; r <= p.num_rows; ++r)
+        for (int c = 1; c <= p.num_cols; ++c)
+            p.zgrid(r, c, si + 1) = float(std::sin((ymin + double(c - 1) * cs - y_lo) * 3.1415 / span));
+}
+
+void solve_spencer_mp(Project& p, Port& port)
+{
+    BusyPointer busy(port);
+    const int method = p.solution_method;
+    const bool interactive = p.solve_interactive == -1;
+    // This method knows no rotation and no lateral balancing.
+    p.rotation_angle = 0;
+    p.balance_lateral = 0;
+    p.solve_abort = 0;
+    for (int n = 0; n <= force_capacity; ++n) {
+        p.force_v_ignored[n] = 0;
+        p.force_h_ignored[n] = 0;
+    }
+    const int nl = p.num_layers, si = p.sliding_index;
+    const int num_rows = p.num_rows, num_cols = p.num_cols;
+    const bool two_d = num_rows == 1;
+    const double k = p.eq_coef;
+    const double cs = p.col_spacing, rs_w = p.row_spacing;
+    const double a_plan = rs_w * cs;
+    const double cz = p.centre_z, cy = p.centre_y, ymin = p.y_min;
+    const double gw = p.unit_weight_water;
+    const int limit = two_d ? 40 : 400;
+
+    interslice_function(p, method);
+    double fmax = 0;
+    bool f_finite = true;
+    for (int r = 1; r <= num_rows; ++r)
+        for (int c = 1; c <= num_cols; ++c) {
+            const double f = p.zgrid(r, c, si + 1);
+            if (!std::isfinite(f))
+                f_finite = false;
+            else if (f > fmax)
+                fmax = f;
+        }
+    LambdaSearch ls;
+    ls.fmax = fmax;
+    ls.lambda = 1;
+    if (method != 5)
+        ls.lambda = float(0.6 / fmax);
+    if (!f_finite || !std::isfinite(ls.lambda)) {
+        // A slide of one column has no span for the half sine.
+        add_message(p, "ARITHMETIC FAILURE IN THE INTERSLICE FUNCTION");
+        p.factor_of_safety = 0;
+        return;
+    }
+    p.lambda_coef = ls.lambda;
+    p.iteration_count = 0;
+
+    std::vector<SpencerColumn> cols;
+    std::vector<RowRange> rows(std::size_t(num_rows) + 1);
+    double f_s = 1;        // F
+    double m_ext = 0;      // moment of the external forces and water thrusts
+    double lat_moment = 0; // moment of the lateral components about the centre
+    double sum_a1 = 0;
+    double t_thrust = 0; // thrust height over the base of the last column worked out
+    double zeta = 0;     // its ratio to the column height; stays 0 in 3-D
+    int ratio_count = 0;
+    bool empty = false;
+    float lam_f = ls.lambda;
+    double lam = lam_f;
+    bool last_pass = false;
+    Failure failure;
+
+    // The column's equations at F and lambda; in the last pass the thrust,
+    // the normal force, the side strength and the moments as well.
+    auto equations = [&](SpencerColumn& e, RowState& rs) -> bool {
+        const double ma = e.cos_g + e.sin_a * e.t / f_s;
+        const double na = e.cos_g * e.tan_a - e.cos_a * e.t / f_s;
+        if (std::abs(ma) < 0.1)
+            add_message(p, m_alpha_text(ma, e.c, e.r, e.m));
+        double a1 = k, a2 = 1, a3 = e.cos_a;
+        if (std::abs(na) > 0.0001) {
+            const double rho = ma / na;
+            const double d = lam * e.f + rho;
+            a1 = (1 + k * rho) / d;
+            a2 = (e.tan_a + rho) / d;
+            a3 = (e.sin_a + rho * e.cos_a) / d;
+            if (!std::isfinite(a1) || !std::isfinite(a2) || !std::isfinite(a3))
+                return false;
+        }
+        if (last_pass) {
+            const int r = e.r, c = e.c;
+            if (e.prev_active) // the arm is carried from the last base to this one
+                rs.arm = t_thrust - e.zs + double(p.zgrid(r, c - 1, si));
+            const double v = p.row_coef[std::size_t(r)];
+            const double e_in = rs.e;
+            const double de = -e.w * a1 - e.w * v * a2 - (e.u * e.t - e.coh) * a3 / f_s;
+            rs.e = e_in + de;
+            const double en = rs.e;
+            // The thrust less the force of the water pressure on the side.
+            p.col_eff_thrust.v[e.at] = float(en - (e.pore * e.pore / 2 / gw) * rs_w);
+            const double x = en * e.f * lam;
+            const double n =
+                na == 0 ? x + e.w : (-de - (k + v) * e.w + (e.coh - e.u * e.t) * e.cos_a / f_s) / na;
+            if (!std::isfinite(n) || !std::isfinite(en))
+                return false;
+            const double n_vert = n * e.cos_g / e.cos_a;
+            if (n < 0)
+                p.neg_normal_sum = float(double(p.neg_normal_sum) + std::abs(n));
+            const double b = n * e.cos_g * e.tan_b;
+            p.lateral_unbalance = float(double(p.lateral_unbalance) + b);
+            lat_moment += b * (cz - e.zs);
+            p.col_normal.v[e.at] = float(n / e.area);
+
+            const double h = e.zg - e.zs;
+            const bool chain_end = c == num_cols || p.zgrid(r, c + 1, si) == p.zgrid(r, c + 1, nl);
+            if (!chain_end) {
+                if (two_d) {
+                    // Moment about the column's base gives the height of the thrust line.
+                    const double mb = e_in * rs.arm - (k + v) * e.w * h / 2 + (e_in + en) * e.f * lam * cs / 2;
+                    if (en == 0) {
+                        t_thrust = 0;
+                    } else {
+                        if (std::abs(h) < 0.0001) {
+                            t_thrust = 0;
+                            zeta = 0;
+                        } else {
+                            t_thrust = mb / en;
+                            zeta = t_thrust / h;
+                        }
+                        p.col_thrust_height.v[e.at] = float(t_thrust);
+                        if (zeta >= 0 && zeta <= 1) {
+                            p.vol_thrust_inside = float(double(p.vol_thrust_inside) + h * a_plan);
+                            p.thrust_ratio_mean = float(double(p.thrust_ratio_mean) + zeta);
+                            ++ratio_count;
+                            if (zeta < p.thrust_ratio_min)
+                                p.thrust_ratio_min = float(zeta);
+                            if (zeta > p.thrust_ratio_max)
+                                p.thrust_ratio_max = float(zeta);
+                        }
+                        if (zeta > 0.333 && zeta < 0.667)
+                            p.vol_thrust_middle = float(double(p.vol_thrust_middle) + h * a_plan);
+                    }
+                }
+                // Stresses on the vertical side: uniform, or a trapezoid when
+                // the thrust line lies low in the middle third.
+                const double eff = p.col_eff_thrust.v[e.at];
+                double sb = 0, st = 0;
+                if (eff < 0) {
+                    p.vol_tension = float(double(p.vol_tension) + h * a_plan);
+                } else {
+                    sb = st = eff / h;
+                    if (zeta >= 0.3333 && zeta < 0.5) {
+                        st = (6 * eff / h) * (zeta - 0.333);
+                        sb = 2 * eff / h - st;
+                    }
+                }
+                // Strength of the vertical side through the column, layer by
+                // layer with the vertical values of every material type.
+                const double g = (sb - st) / h;
+                double sv = 0;
+                const int base = p.col_material.v[e.at];
+                for (int l = base; l <= nl; ++l) {
+                    const double bl = l == base ? 0.0 : double(p.zgrid(r, c, l - 1)) - e.zs;
+                    const double tl = double(p.zgrid(r, c, l)) - e.zs;
+                    const double mean = ((sb - bl * g) + (sb - tl * g)) / 2;
+                    sv += (double(p.mat_cohesion_v[l]) +
+                           std::tan(double(p.deg_to_rad) * double(p.mat_phi_v[l])) * mean) *
+                          (tl - bl) * rs_w;
+                }
+                if (x > 0)
+                    p.col_shear_ratio.v[e.at] = float(sv / x);
+                // A ratio left from before counts the same.
+                if (std::abs(p.col_shear_ratio.v[e.at]) < 1)
+                    p.vol_overstressed = float(double(p.vol_overstressed) + h * a_plan);
+            }
+            // Moments about the centre; y lies one spacing on from the node.
+            const double y = double(c) * cs + ymin;
+            const double hc = cz - e.zs;
+            const double arm = y - cy;
+            const double pa = arm * e.cos_a - hc * e.sin_a;
+            const double qa = arm * e.sin_a + hc * e.cos_a;
+            const double em = hc - h / 2;
+            p.moment_shear = float(double(p.moment_shear) + (((n - e.u) * e.t + e.coh) / f_s) * qa);
+            p.moment_other = float(double(p.moment_other) - e.w * (arm + k * em) + n_vert * pa);
+        }
+        rs.a1 -= e.w * a1;
+        rs.a3 -= (e.u * e.t - e.coh) * a3 / f_s;
+        rs.a2 += e.w * a2;
+        return true;
+    };
+
+    for (;;) { // a lambda round
+        ++ls.round;
+        lam_f = ls.lambda;
+        lam = lam_f;
+        p.lambda_coef = lam_f;
+        p.thrust_ratio_max = -1000000000.0f;
+        p.thrust_ratio_min = 1000000000.0f;
+        p.thrust_ratio_mean = 0;
+        ratio_count = 0;
+        p.vol_thrust_inside = p.vol_thrust_middle = p.vol_tension = p.vol_overstressed = 0;
+        f_s = 1;
+        int i = 0;
+        p.slide_weight = p.slide_area = p.slide_volume = 0;
+        p.head_water_sum = p.crack_water_sum = 0;
+        p.col_weight.fill(0);
+        m_ext = 0;
+        double h_ext = 0;
+        place_external_forces(p);
+        for (int n = 1; n <= p.num_forces; ++n) {
+            if (p.force_h_ignored[n] != 0)
+                continue;
+            m_ext = m_ext + (double(p.force_z[n]) - cz) * double(p.force_h[n]);
+            h_ext = h_ext - double(p.force_h[n]);
+        }
+        if (p.num_forces > 0)
+            p.ext_horizontal_sum = float(h_ext);
+        last_pass = false;
+        p.moment_shear = 0;
+        p.moment_other = 0;
+        double fp = 0, rp = 0;
+
+        for (;;) { // an F iteration
+            ++i;
+            ++p.iteration_count;
+            p.active_columns = 0;
+            p.neg_normal_sum = 0;
+            p.lateral_unbalance = 0;
+            lat_moment = 0;
+            double g_sum = 0;
+            sum_a1 = 0;
+            if (i == 1)
+                cols.clear();
+
+            for (int r = 1; r <= num_rows; ++r) {
+                const std::size_t ri = std::size_t(r);
+                if (p.iteration_count == 1) {
+                    p.head_water_force[ri] = 0;
+                    p.row_thrust_arm[ri] = 0;
+                }
+                RowState rs;
+                rs.e = -double(p.head_water_force[ri]);
+                rs.arm = p.row_thrust_arm[ri];
+                RowRange& range = rows[ri];
+                if (i == 1) {
+                    // Set-up of the round, column by column.
+                    range.begin = cols.size();
+                    range.weight = 0;
+                    ColumnSwitches sw;
+                    sw.setup = true;
+                    sw.head_test = p.iteration_count == 1;
+                    sw.bishop_janbu = false;
+                    sw.sigma_factor = 1;
+                    ColumnRow row;
+                    bool prev_active = false;
+                    for (int c = 1; c <= num_cols; ++c) {
+                        ColumnScratch sc;
+                        const ColumnOutcome out = evaluate_column(p, r, c, sw, row, sc);
+                        if (out == ColumnOutcome::failed) {
+                            failure = {true, c, r, sc.material, false};
+                            break;
+                        }
+                        if (out != ColumnOutcome::active) {
+                            p.col_eff_thrust(r, c) = 0;
+                            p.zgrid(r, c, si + 1) = 0;
+                            p.col_shear_ratio(r, c) = 0;
+                            if (out == ColumnOutcome::head_removed)
+                                p.row_thrust_arm[ri] = float(sc.head_h / 3);
+                            prev_active = false;
+                            continue;
+                        }
+                        SpencerColumn e;
+                        e.at = std::size_t(r) * std::size_t(p.col_weight.cols + 1) + std::size_t(c);
+                        e.r = r;
+                        e.c = c;
+                        e.m = sc.material;
+                        e.nonlinear = p.mat_type[e.m] == 3;
+                        e.prev_active = prev_active;
+                        prev_active = true;
+                        e.w = p.col_weight.v[e.at];
+                        e.area = p.col_area.v[e.at];
+                        e.pore = p.col_pore.v[e.at];
+                        e.cos_g = p.col_cos_gamma.v[e.at];
+                        e.sin_a = sc.sin_a;
+                        e.cos_a = sc.cos_a;
+                        e.tan_a = sc.sin_a / sc.cos_a;
+                        e.tan_b = sc.tan_b;
+                        e.zs = sc.zs;
+                        e.zg = sc.zg;
+                        e.f = p.zgrid(r, c, si + 1);
+                        strength_terms(p, e);
+                        local_fos(p, e, k);
+                        range.weight += e.w;
+                        if (!equations(e, rs)) {
+                            failure = {true, c, r, e.m, false};
+                            break;
+                        }
+                        cols.push_back(e);
+                    }
+                    range.end = cols.size();
+                } else {
+                    for (std::size_t n = range.begin; n < range.end; ++n) {
+                        SpencerColumn& e = cols[n];
+                        if (e.nonlinear) {
+                            // Linearised again at the normal stress the column holds.
+                            if (!column_strength(p, e.r, e.c, e.m, p.col_normal.v[e.at], false)) {
+                                failure = {true, e.c, e.r, e.m, false};
+                                break;
+                            }
+                            strength_terms(p, e);
+                            local_fos(p, e, k);
+                        }
+                        if (!equations(e, rs)) {
+                            failure = {true, e.c, e.r, e.m, false};
+                            break;
+                        }
+                    }
+                }
+                if (failure.failed)
+                    break;
+
+                // End of the row.
+                if (port.yield())
+                    p.solve_abort = -1;
+                const double hwf = p.head_water_force[ri];
+                if (rs.a1 == 0) {
+                    p.row_coef[ri] = 0;
+                } else {
+                    // The vertical coefficient that closes the row's thrust.
+                    p.row_coef[ri] = float((rs.a1 + rs.a3 - hwf) / rs.a2);
+                    if (!std::isfinite(p.row_coef[ri])) {
+                        failure = {true, 0, r, 0, true};
+                        break;
+                    }
+                }
+                g_sum += range.weight * double(p.row_coef[ri]);
+                if (i == 1) {
+                    const double cwf = p.crack_water_force[ri];
+                    m_ext = m_ext + (cz - double(p.head_water_z[ri])) * hwf +
+                            (cz - double(p.crack_water_z[ri])) * cwf;
+                    p.head_water_sum = float(double(p.head_water_sum) - hwf);
+                    p.crack_water_sum = float(double(p.crack_water_sum) + cwf);
+                }
+                sum_a1 += rs.a1;
+            }
+            if (i > 1)
+                p.active_columns = std::int32_t(cols.size());
+            if (failure.failed) {
+                add_message(p, failure.sums ? std::string("ARITHMETIC FAILURE IN THE SUMS OF THE MASS")
+                                            : arithmetic_failure_text(failure.c, failure.r, failure.m));
+                p.factor_of_safety = 0;
+                return;
+            }
+
+            if (i == 1) {
+                if (sum_a1 == 0) { // no driving force: F stands
+                    empty = true;
+                    break;
+                }
+                if (p.active_columns < limit && p.iteration_count == 1)
+                    add_message(p, "LESS THAN " + str(limit) + " ACTIVE COLUMNS FOR THIS SURFACE");
+            }
+            if (last_pass)
+                break;
+            const double rf = g_sum - h_ext;
+            if (p.solve_abort == -1) {
+                p.solve_abort = 0;
+                port.busy(false);
+                port.message_box("This solution has been aborted!", Buttons::ok, Icon::warning, "TOB");
+                p.factor_of_safety = 0;
+                return;
+            }
+            if (interactive) {
+                port.progress("    Iteration " + str(int(p.iteration_count)));
+                port.progress("    Interim F. of S. = " + format(f_s, "####0.00"));
+            }
+            if (i == 1) {
+                fp = f_s;
+                rp = rf;
+                f_s = 1.5;
+                continue;
+            }
+            if (i > 100 || ls.round > 30 || rp == rf) {
+                port.busy(false);
+                port.message_box("THIS SOLUTION IS NOT CONVERGING, TRY A DIFFERENT METHOD", Buttons::ok,
+                                 Icon::critical, "TOBEL-3");
+                p.factor_of_safety = 0;
+                return;
+            }
+            const double fc = f_s;
+            f_s = next_factor(fp, rp, fc, rf);
+            if (!std::isfinite(f_s)) {
+                add_message(p, "ARITHMETIC FAILURE IN THE SUMS OF THE MASS");
+                p.factor_of_safety = 0;
+                return;
+            }
+            if (std::abs(f_s - fc) > 0.002) {
+                fp = fc;
+                rp = rf;
+                continue;
+            }
+            // Accepted: one more iteration at this F, the last pass, gives the thrusts.
+            last_pass = true;
+        }
+
+        if (empty || method == 5)
+            break;
+        const double rm = double(p.moment_shear) + double(p.moment_other) - m_ext;
+        const bool done = next_lambda(ls, rm);
+        if (!std::isfinite(rm) || !std::isfinite(ls.lambda)) {
+            add_message(p, "ARITHMETIC FAILURE IN THE SUMS OF THE MASS");
+            p.factor_of_safety = 0;
+            return;
+        }
+        p.lambda_coef = ls.lambda;
+        if (done)
+            break;
+    }
+
+    // Finish.
+    p.factor_of_safety = float(f_s);
+    if (!empty)
+        p.unbalance_z = p.lateral_unbalance == 0
+                            ? 0.0f
+                            : float(cz - lat_moment / double(p.lateral_unbalance));
+    p.resisting_sum = float(sum_a1);
+    p.thrust_ratio_mean = ratio_count > 0 ? float(double(p.thrust_ratio_mean) / ratio_count) : 0.0f;
+    if (p.slide_volume != 0) {
+        const double vol = p.slide_volume;
+        p.vol_thrust_inside = float(double(p.vol_thrust_inside) / vol * 100);
+        p.vol_thrust_middle = float(double(p.vol_thrust_middle) / vol * 100);
+        p.vol_tension = float(double(p.vol_tension) / vol * 100);
+        p.vol_overstressed = float(double(p.vol_overstressed) / vol * 100);
+    }
+    p.moment_other = float(double(p.moment_other) - m_ext);
+    if (interactive) {
+        const auto lines = solution_printout_lines(p);
+        port.show_text(lines.front(), std::vector<std::string>(lines.begin() + 1, lines.end()));
+        p.solve_interactive = 0;
+    }
+}
+
+} // namespace tobel
