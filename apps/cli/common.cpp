@@ -2,6 +2,7 @@
 #include <ostream>
 
 #include "cli.h"
+#include "project/menu_model.h"
 #include "project/numtext.h"
 
 namespace tobel::cli {
@@ -70,14 +71,6 @@ static const char* surface_method_name(int m)
     }
 }
 
-static std::string surface_name(const Project& p, int k)
-{
-    if (k < p.num_layers) return "Layer" + str(long(k));
-    if (k == p.num_layers) return "Ground Surface";
-    if (k <= p.num_surfaces) return "Piezo Surface" + str(long(k - p.num_layers));
-    return "Sliding Surface";
-}
-
 void print_project(const Project& p, std::ostream& out)
 {
     out << "Project:   " << p.project_title << "\n"
@@ -93,7 +86,7 @@ void print_project(const Project& p, std::ostream& out)
     out << "Surfaces: " << p.num_layers << " layers, " << p.num_piezos << " piezometric, " << p.num_discs
         << " discontinuities\n";
     for (int k = 1; k <= p.sliding_index; ++k) {
-        out << "  " << k << " " << surface_name(p, k) << ": " << surface_method_name(p.surf_method[k]);
+        out << "  " << k << " " << surface_item_caption(p, k) << ": " << surface_method_name(p.surf_method[k]);
         if (p.surf_method[k] == 1) out << " " << p.surf_grd_file[k];
         if (p.surf_method[k] == 2) out << ", depth " << general_text(p.surf_depth[k]);
         out << "\n";
@@ -121,7 +114,7 @@ void print_project(const Project& p, std::ostream& out)
         for (int k = 1; k <= p.sliding_index; ++k) {
             const int n = p.sections.n(s, k);
             if (n == 0) continue;
-            out << "    " << surface_name(p, k) << ":";
+            out << "    " << surface_item_caption(p, k) << ":";
             for (int i = 1; i <= n; ++i)
                 out << " (" << general_text(p.sections.y(s, i, k)) << ", " << general_text(p.sections.z(s, i, k))
                     << ")";

@@ -32,6 +32,14 @@ void mirror_command(Project& p, Port& port);
 // the longitudinal section in 2-D.
 void show_finished_load_view(Project& p, Port& port);
 
+// Help > About: the title and the version line with the build date.
+void help_about(Project& p, Port& port);
+// The start form's buttons: 1 "Create a New File", 2 "Open an Existing
+// File", 3 "Other" (which only closes the form).
+void start_form_command(Project& p, Port& port, int button);
+// Graphics > Isometry item i: the isometric view of surface i + 1.
+void graphics_isometry_item(Project& p, Port& port, int item);
+
 // Solve single trial. Returns false for a method number outside 1 to 4.
 bool solve_single_trial(Project& p, Port& port);
 

@@ -31,4 +31,31 @@ void show_finished_load_view(Project& p, Port& port)
         port.show_view(1, "LONGITUDINAL SECTION");
 }
 
+#ifndef TOBEL_BUILD_DATE
+#define TOBEL_BUILD_DATE __DATE__
+#endif
+
+void help_about(Project&, Port& port)
+{
+    port.message_box(std::string("TOBEL-3\n                   Version 1, compiled ") + TOBEL_BUILD_DATE, Buttons::ok,
+                     Icon::information, "TOBEL_3");
+}
+
+void start_form_command(Project& p, Port& port, int button)
+{
+    if (button == 1) {
+        // Control Parameters then lead the new project wizard.
+        p.form_mode = 2;
+    } else if (button == 2) {
+        file_open(p, port);
+    }
+}
+
+void graphics_isometry_item(Project& p, Port& port, int item)
+{
+    open_graphics_menu(p, item);
+    p.view_mode = 5;
+    port.show_view(5, surface_item_caption(p, item + 1));
+}
+
 } // namespace tobel

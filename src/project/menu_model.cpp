@@ -1,5 +1,7 @@
 #include "project/menu_model.h"
 
+#include <algorithm>
+
 #include "project/numtext.h"
 
 namespace tobel {
@@ -155,6 +157,51 @@ void show_solve_menu(Project& p, SolveItems which, bool rotation_visible)
 }
 
 void hide_solve_menu(Project& p) { p.menus["Solve"].visible = false; }
+
+std::string surface_item_caption(const Project& p, int k)
+{
+    if (k < p.num_layers) return "Layer" + str(long(k));
+    if (k == p.num_layers) return "Ground Surface";
+    if (k <= p.num_surfaces) return "Piezo Surface" + str(long(k - p.num_layers));
+    return "Sliding Surface";
+}
+
+void open_graphics_menu(Project& p, int checked_item)
+{
+    // Drop the items of an earlier opening; the stack may have changed since.
+    std::vector<std::string> order;
+    for (const auto& control : p.menus.order) {
+        const bool generated = control.rfind("Graphics_Isometry_Layer(", 0) == 0 ||
+                               (control.rfind("grd_layer1(", 0) == 0 && control != "grd_layer1(0)");
+        if (generated)
+            p.menus.items.erase(control);
+        else
+            order.push_back(control);
+    }
+    p.menus.order = order;
+    const int last = p.surface_defined ? p.sliding_index : p.num_surfaces;
+    auto insert_after = [&p](const std::string& anchor, const std::string& control) {
+        auto at = std::find(p.menus.order.begin(), p.menus.order.end(), anchor);
+        p.menus.order.insert(at == p.menus.order.end() ? at : at + 1, control);
+    };
+    std::string iso_anchor = "Graphics_Isometry", grd_anchor = "Export_Graphics_Isometry";
+    for (int k = 1; k <= last; ++k) {
+        const std::string iso = "Graphics_Isometry_Layer(" + std::to_string(k - 1) + ")";
+        const std::string grd = "grd_layer1(" + std::to_string(k - 1) + ")";
+        for (const auto& [control, menu] : {std::pair{iso, "Graphics"}, std::pair{grd, "Graphics"}}) {
+            MenuItem& item = p.menus[control];
+            item.menu = menu;
+            item.caption = surface_item_caption(p, k);
+            item.visible = item.enabled = true;
+            item.checked = false;
+        }
+        p.menus[iso].checked = k - 1 == checked_item;
+        if (k > 1) insert_after(grd_anchor, grd);
+        insert_after(iso_anchor, iso);
+        iso_anchor = iso;
+        grd_anchor = grd;
+    }
+}
 
 void init_method_box(Project& p)
 {

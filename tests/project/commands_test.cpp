@@ -290,3 +290,57 @@ TEST(recent_files, a_file_already_listed_keeps_the_order)
 
 } // namespace
 } // namespace tobel
+
+namespace tobel {
+namespace {
+
+TEST(graphics_menu, one_item_per_surface_with_signed_numbers)
+{
+    Project p = loaded();
+    p.num_layers = 3;
+    p.num_piezos = 2;
+    derive_counts(p);
+    p.surface_defined = 0;
+    open_graphics_menu(p, 1);
+    EXPECT_EQ(p.menus.at("Graphics_Isometry_Layer(0)").caption, "Layer 1");
+    EXPECT_EQ(p.menus.at("Graphics_Isometry_Layer(1)").caption, "Layer 2");
+    EXPECT_EQ(p.menus.at("Graphics_Isometry_Layer(2)").caption, "Ground Surface");
+    EXPECT_EQ(p.menus.at("Graphics_Isometry_Layer(3)").caption, "Piezo Surface 1");
+    EXPECT_EQ(p.menus.at("Graphics_Isometry_Layer(4)").caption, "Piezo Surface 2");
+    EXPECT_EQ(p.menus.items.count("Graphics_Isometry_Layer(5)"), 0u);  // no sliding surface yet
+    EXPECT_EQ(p.menus.at("grd_layer1(4)").caption, "Piezo Surface 2");
+    EXPECT_TRUE(p.menus.at("Graphics_Isometry_Layer(1)").checked);
+    EXPECT_FALSE(p.menus.at("Graphics_Isometry_Layer(0)").checked);
+    p.surface_defined = -1;
+    p.num_piezos = 0;
+    derive_counts(p);
+    open_graphics_menu(p, -1);
+    EXPECT_EQ(p.menus.at("Graphics_Isometry_Layer(3)").caption, "Sliding Surface");
+    EXPECT_EQ(p.menus.items.count("Graphics_Isometry_Layer(4)"), 0u);  // stale items of the last opening go
+}
+
+TEST(help_about, shows_the_version_line)
+{
+    Project p = loaded();
+    ScriptedPort port;
+    help_about(p, port);
+    ASSERT_EQ(port.boxes.size(), 1u);
+    EXPECT_EQ(port.boxes[0].title, "TOBEL_3");
+    EXPECT_NE(port.boxes[0].text.find("\n                   Version 1, compiled "), std::string::npos);
+}
+
+TEST(start_form, other_only_closes_and_open_runs_open)
+{
+    Project p = loaded();
+    ScriptedPort port;
+    start_form_command(p, port, 3);
+    EXPECT_TRUE(port.dialog_filters.empty());
+    port.files = {std::nullopt};
+    start_form_command(p, port, 2);
+    EXPECT_EQ(port.dialog_filters.size(), 1u);
+    start_form_command(p, port, 1);
+    EXPECT_EQ(p.form_mode, 2);
+}
+
+} // namespace
+} // namespace tobel
