@@ -7,7 +7,6 @@
 #include "report/messages.h"
 #include "solver/column.h"
 #include "solver/external_forces.h"
-#include "solver/result_panel.h"
 
 namespace tobel {
 
@@ -259,7 +258,8 @@ void solve_spencer_mp(Project& p, Port& port)
             if (!chain_end) {
                 if (two_d) {
                     // Moment about the column's base gives the height of the thrust line.
-                    const double mb = e_in * rs.arm - (k + v) * e.w * h / 2 + (e_in + en) * e.f * lam * cs / 2;
+                    const double mb =
+                        e_in * rs.arm - (k + v) * e.w * h / 2 + (e_in + en) * e.f * lam * cs / 2;
                     if (en == 0) {
                         t_thrust = 0;
                     } else {
@@ -346,6 +346,9 @@ void solve_spencer_mp(Project& p, Port& port)
         int i = 0;
         p.slide_weight = p.slide_area = p.slide_volume = 0;
         p.head_water_sum = p.crack_water_sum = 0;
+        // Cleared with the round as in the Bishop pass, so that the panel's
+        // vertical external force is the force applied once, not once per round.
+        p.ext_vertical_sum = 0;
         p.col_weight.fill(0);
         m_ext = 0;
         double h_ext = 0;
@@ -563,9 +566,8 @@ void solve_spencer_mp(Project& p, Port& port)
     // Finish.
     p.factor_of_safety = float(f_s);
     if (!empty)
-        p.unbalance_z = p.lateral_unbalance == 0
-                            ? 0.0f
-                            : float(cz - lat_moment / double(p.lateral_unbalance));
+        p.unbalance_z =
+            p.lateral_unbalance == 0 ? 0.0f : float(cz - lat_moment / double(p.lateral_unbalance));
     p.resisting_sum = float(sum_a1);
     p.thrust_ratio_mean = ratio_count > 0 ? float(double(p.thrust_ratio_mean) / ratio_count) : 0.0f;
     if (p.slide_volume != 0) {
@@ -576,11 +578,9 @@ void solve_spencer_mp(Project& p, Port& port)
         p.vol_overstressed = float(double(p.vol_overstressed) / vol * 100);
     }
     p.moment_other = float(double(p.moment_other) - m_ext);
-    if (interactive) {
-        const auto lines = solution_printout_lines(p);
-        port.show_text(lines.front(), std::vector<std::string>(lines.begin() + 1, lines.end()));
-        p.solve_interactive = 0;
-    }
+    // The acceptability indices window is opened by the command that asked
+    // for the solution, once, after the result panel.
+    if (interactive) p.solve_interactive = 0;
 }
 
 } // namespace tobel

@@ -25,9 +25,9 @@ void solve_spencer_mp(Project& p, Port& port);
 // round: a secant through the last two rounds, restarted from the better
 // point when three rounds in a row have not improved on it.
 struct LambdaSearch {
-    float lambda = 0;    // lambda of the next round (lambda_coef is single)
-    double fmax = 1;     // largest interslice function value of the mesh
-    int round = 0;       // rounds solved so far, the round just ended included
+    float lambda = 0; // lambda of the next round (lambda_coef is single)
+    double fmax = 1;  // largest interslice function value of the mesh
+    int round = 0;    // rounds solved so far, the round just ended included
     int since_rescue = 0;
     double lambda1 = 0, r1 = 0;         // the previous point
     double best_lambda = 0, best_r = 0; // the better of the last two points

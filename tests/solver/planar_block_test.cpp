@@ -143,8 +143,8 @@ TEST(planar_block, a_steeper_plane_in_a_weaker_slope_still_gives_the_block_facto
     const double janbu = solve_block(b, 2001, 2);
     const double spencer = solve_block(b, 2001, 3);
     const double mp = solve_block(b, 2001, 4);
-    std::printf("sliding block 30 deg: exact %.5f  Janbu %.5f  Spencer %.5f  M-P %.5f\n", exact, janbu, spencer,
-                mp);
+    std::printf("sliding block 30 deg: exact %.5f  Janbu %.5f  Spencer %.5f  M-P %.5f\n", exact, janbu,
+                spencer, mp);
     EXPECT_NEAR(janbu / exact, 1.0, 0.005);
     EXPECT_NEAR(spencer / exact, 1.0, 0.005);
     EXPECT_NEAR(mp / exact, 1.0, 0.005);
@@ -174,8 +174,9 @@ TEST(cohesive_circle, bishop_spencer_and_morgenstern_price_agree_with_the_closed
     const double janbu = solve_circle(g, n, 2);
     const double spencer = solve_circle(g, n, 3);
     const double mp = solve_circle(g, n, 4);
-    std::printf("cohesive circle: exact %.5f  Bishop %.5f  Spencer %.5f  M-P %.5f  Janbu %.5f (%.1f %% lower)\n",
-                exact, bishop, spencer, mp, janbu, (1 - janbu / exact) * 100);
+    std::printf(
+        "cohesive circle: exact %.5f  Bishop %.5f  Spencer %.5f  M-P %.5f  Janbu %.5f (%.1f %% lower)\n",
+        exact, bishop, spencer, mp, janbu, (1 - janbu / exact) * 100);
     EXPECT_NEAR(bishop / exact, 1.0, 0.005);
     EXPECT_NEAR(spencer / exact, 1.0, 0.005);
     EXPECT_NEAR(mp / exact, 1.0, 0.005);
