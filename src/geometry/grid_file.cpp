@@ -18,6 +18,8 @@ namespace tobel {
 namespace {
 
 
+constexpr long mesh_limit = 3000;
+
 constexpr const char* wrong_file_text =
     "Wrong .GRD file.  Use 'Edit Stratigraphic Layer Surfaces' to correct.";
 
@@ -54,10 +56,11 @@ static void read_grid(Project& p, const std::string& path, int surface, Port& po
     in.text_item(); // "DSAA", not compared
     const long nx = in.integer16();
     const long ny = in.integer16();
-    const float y_low = float(in.number());
-    const float y_high = float(in.number());
-    const float x_low = float(in.number());
-    const float x_high = float(in.number());
+    const std::string counts_at = in.where();
+    const float y_low = in.single();
+    const float y_high = in.single();
+    const float x_low = in.single();
+    const float x_high = in.single();
     in.number(); // the range of z is not used
     in.number();
 
@@ -72,11 +75,25 @@ static void read_grid(Project& p, const std::string& path, int surface, Port& po
             return;
     }
 
+    // A mesh beyond the limit of 3000 by 3000 is refused before anything
+    // changes, naming the count.
+    if (ny > mesh_limit || nx > mesh_limit) {
+        const bool rows = ny > mesh_limit;
+        port.message_box("Incorrect .GRD file (" + counts_at + ": " + std::to_string(rows ? ny : nx) +
+                             (rows ? " rows" : " columns") + "; the limit is " + std::to_string(mesh_limit) +
+                             ")",
+                         Buttons::ok, Icon::none, "");
+        return;
+    }
     const bool same_size = p.num_rows == ny && p.num_cols == nx;
     p.num_rows = int16(ny);
     p.num_cols = int16(nx);
-    // Counts beyond the mesh limit are as wrong as counts below two.
-    if (ny < 2 || nx < 2 || ny > 3000 || nx > 3000) {
+    if (ny < 2 || nx < 2) {
+        // The counts stay as read. Grids smaller than them are sized to
+        // them, so that nothing later reads past their end.
+        if (p.num_rows > p.col_weight.rows || p.num_cols > p.col_weight.cols || p.num_rows > p.zgrid.rows ||
+            p.num_cols > p.zgrid.cols)
+            redim_grids(p);
         port.message_box("Incorrect .GRD file", Buttons::ok, Icon::none, "");
         return;
     }
@@ -94,7 +111,7 @@ static void read_grid(Project& p, const std::string& path, int surface, Port& po
 
     for (int i = 1; i <= p.num_rows; ++i) {
         for (int j = 1; j <= p.num_cols; ++j)
-            p.zgrid(i, j, surface) = float(in.number());
+            p.zgrid(i, j, surface) = in.single();
         // One more item per row: the empty line that ends a row. A file
         // without those lines loses a value per row, as it always has.
         in.number();

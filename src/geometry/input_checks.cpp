@@ -17,19 +17,24 @@ static void check_material(Project& p, int n)
     const int type = p.mat_type[n];
     int findings = 0;
     // Hard layers, water and discontinuities carry no weight of their own.
-    if (n <= p.num_layers && (type == 1 || type == 2 || type == 3) && !(p.mat_unit_weight[n] > 0)) ++findings;
+    if (n <= p.num_layers && (type == 1 || type == 2 || type == 3) && !(p.mat_unit_weight[n] > 0))
+        ++findings;
     if (type == 1) {
-        if (p.mat_cohesion[n] < 0 || p.mat_phi[n] < 0) ++findings;
-        if (p.mat_cohesion[n] == 0 && p.mat_phi[n] == 0) ++findings;
+        if (p.mat_cohesion[n] < 0 || p.mat_phi[n] < 0)
+            ++findings;
+        if (p.mat_cohesion[n] == 0 && p.mat_phi[n] == 0)
+            ++findings;
     }
     if (type == 2) {
         if (p.mat_cohesion[n] < 0 || p.mat_cohesion_v[n] < 0 || p.mat_phi[n] < 0 || p.mat_phi_v[n] < 0)
             ++findings;
         const bool both_cohesions = p.mat_cohesion[n] != 0 && p.mat_cohesion_v[n] != 0;
         const bool both_angles = p.mat_phi[n] != 0 && p.mat_phi_v[n] != 0;
-        if (!both_cohesions && !both_angles) ++findings;
+        if (!both_cohesions && !both_angles)
+            ++findings;
     }
-    if (type == 3 && !(p.mat_uniaxial[n] > 0)) ++findings;
+    if (type == 3 && !(p.mat_uniaxial[n] > 0))
+        ++findings;
     for (int f = 0; f < findings; ++f) {
         add_finding(p, text);
         p.check_fatal = -1;
@@ -43,7 +48,8 @@ static void check_section_lines(Project& p)
     const int last_section = p.num_rows == 1 ? (p.num_sections >= 1 ? 1 : 0) : p.num_sections;
     for (int i = 1; i <= last_section; ++i) {
         for (int s = 1; s <= p.num_surfaces; ++s) {
-            if (p.surf_method[s] != 0) continue;
+            if (p.surf_method[s] != 0)
+                continue;
             const int npts = p.sections.n(i, s);
             if (npts == 0) {
                 add_finding(p, "No points in section " + str(long(i)) + ", layer " + str(long(s)) + ".");
@@ -77,7 +83,8 @@ static void check_discontinuities(Project& p)
 {
     for (int d = 1; d <= p.num_discs; ++d) {
         bool used = false;
-        for (int w = 1; w <= p.num_wedges && !used; ++w) used = p.wedge_code[w] == float(d);
+        for (int w = 1; w <= p.num_wedges && !used; ++w)
+            used = p.wedge_code[w] == float(d);
         if (!used)
             add_finding(p, "Discontinuity #" + str(long(d)) +
                                " is not associated with any part of the sliding surface.");
@@ -89,7 +96,8 @@ void check_input(Project& p)
     p.check_count = 0;
     p.check_fatal = 0;
     p.check_text.assign(1, std::string());
-    for (int n = 1; n <= p.num_mat_entries; ++n) check_material(p, n);
+    for (int n = 1; n <= p.num_mat_entries; ++n)
+        check_material(p, n);
     check_section_lines(p);
     check_piezo_surfaces(p);
     check_discontinuities(p);

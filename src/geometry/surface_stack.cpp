@@ -46,7 +46,7 @@ static float depth_of(const Project& p, int s)
 
 void rebuild_surfaces(Project& p, Port& port)
 {
-    port.busy(true);
+    BusyPointer busy(port);
     const bool fits = mesh_fits(p);
     const int nl = p.num_layers;
 
@@ -108,12 +108,11 @@ void rebuild_surfaces(Project& p, Port& port)
                                  Buttons::ok, Icon::information, "TOBEL-3");
         }
     }
-    port.busy(false);
 }
 
 void mirror_model(Project& p, Port& port)
 {
-    port.busy(true);
+    BusyPointer busy(port);
     const float m = p.y_max;
     p.y_max = p.y_max - p.y_min;
     p.y_min = 0;
@@ -152,7 +151,6 @@ void mirror_model(Project& p, Port& port)
 
     p.crack_y = m - p.crack_y;
 
-    port.busy(false);
     rebuild_surfaces(p, port);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "project/project.h"
+#include "report/report.h"
 #include "ui/port.h"
 
 namespace tobel {
@@ -18,6 +19,12 @@ bool save_prompt(Project& p, Port& port);
 
 void file_new(Project& p, Port& port);
 void file_open(Project& p, Port& port);
+// Open legacy file: Open with the .TOD filter and the legacy reader, always
+// through the dialog; the recent list is not updated.
+void file_open_legacy(Project& p, Port& port);
+// Results > Save Report in .txt File: a save dialog, then the report text.
+// A cancel writes nothing; a failure shows the error box.
+void file_save_report(Project& p, Port& port, const ReportContext& context);
 // Recent file item i (0 to 3): recent_file(4 - i), then Open without a dialog.
 void file_open_recent(Project& p, Port& port, int item);
 void file_save(Project& p, Port& port);
@@ -39,6 +46,11 @@ void help_about(Project& p, Port& port);
 void start_form_command(Project& p, Port& port, int button);
 // Graphics > Isometry item i: the isometric view of surface i + 1.
 void graphics_isometry_item(Project& p, Port& port, int item);
+
+// The solution of the surface in place as the Solve commands show it: the
+// surface check, the solver of the chosen method, the result panel, the
+// trial's message list when it has messages, and the solution printout.
+void solve_and_show_trial(Project& p, Port& port);
 
 // Solve single trial. Returns false for a method number outside 1 to 4.
 bool solve_single_trial(Project& p, Port& port);

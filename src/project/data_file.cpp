@@ -1,8 +1,6 @@
 #include "project/data_file.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 
 #include "geometry/grid_file.h"
 #include "project/defaults.h"
@@ -10,6 +8,7 @@
 #include "project/menu_model.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
+#include "project/safe_save.h"
 
 namespace tobel {
 
@@ -25,11 +24,11 @@ static void put_text(std::string& out, const std::string& s)
     out += "\r\n";
 }
 
-static std::string data_file_text(Project& p)
+std::string data_file_text(Project& p, const SectionCut* cut)
 {
     std::string out;
     put_text(out, p.project_title);
-    put_text(out, p.dataset_title);
+    put_text(out, cut ? p.dataset_title + " SECTION " + cut->x_text : p.dataset_title);
     put_text(out, p.input_by);
     put(out, PrintLine()
                  .number(p.unit_weight_water)
@@ -37,8 +36,14 @@ static std::string data_file_text(Project& p)
                  .integer(p.num_piezos)
                  .integer(p.num_discs));
     derive_counts(p);
-    put(out, PrintLine().number(p.y_min).number(p.y_max).number(p.x_min).number(p.x_max));
-    put(out, PrintLine().integer(p.num_cols).integer(p.num_rows).integer(p.num_sections));
+    // A section cut is one row on one section.
+    if (cut) {
+        put(out, PrintLine().number(p.y_min).number(p.y_max).integer(1).integer(1));
+        put(out, PrintLine().integer(p.num_cols).integer(1).integer(1));
+    } else {
+        put(out, PrintLine().number(p.y_min).number(p.y_max).number(p.x_min).number(p.x_max));
+        put(out, PrintLine().integer(p.num_cols).integer(p.num_rows).integer(p.num_sections));
+    }
     put(out, PrintLine().integer(p.interp_method).number(p.axis_y).number(p.axis_z));
 
     for (int m = 1; m <= std::min<int>(p.num_mat_entries, material_capacity); ++m) {
@@ -68,11 +73,28 @@ static std::string data_file_text(Project& p)
     for (int k = 1; k <= surfaces; ++k) {
         if (p.surf_grd_file[k].empty())
             p.surf_grd_file[k] = "*.GRD";
-        put(out, PrintLine().integer(p.surf_method[k]).number(p.surf_depth[k]).text(p.surf_grd_file[k]));
+        // In a section cut every surface becomes a cross-section line.
+        put(out, PrintLine()
+                     .integer(cut ? 0 : p.surf_method[k])
+                     .number(p.surf_depth[k])
+                     .text(p.surf_grd_file[k]));
+    }
+
+    if (cut) {
+        // The mesh row itself is the one section, at X = 1, with a point per column.
+        put(out, PrintLine().integer(1));
+        for (int k = 1; k <= p.sliding_index; ++k) {
+            put(out, PrintLine().integer(p.num_cols));
+            float y = p.y_min;
+            for (int j = 1; j <= p.num_cols; ++j) {
+                put(out, PrintLine().number(y).number(p.zgrid(cut->row, j, k)));
+                y = y + p.col_spacing;
+            }
+        }
     }
 
     const int section_surfaces = std::min<int>(p.sliding_index, section_surface_capacity);
-    for (int s = 1; s <= std::min<int>(p.num_sections, section_capacity); ++s) {
+    for (int s = 1; s <= (cut ? 0 : std::min<int>(p.num_sections, section_capacity)); ++s) {
         put(out, PrintLine().number(p.sections.x[std::size_t(s)]));
         for (int k = 1; k <= section_surfaces; ++k) {
             const int n_pts = p.sections.n(s, k);
@@ -130,28 +152,7 @@ static std::string data_file_text(Project& p)
 
 void write_data_file(Project& p, const std::string& path)
 {
-    const std::string text = data_file_text(p);
-    // A file beside the target takes the text first, so that a failed save
-    // never leaves a half-written project behind.
-    const std::string temp = path + ".tmp";
-    {
-        std::ofstream f(temp, std::ios::binary | std::ios::trunc);
-        if (!f)
-            throw RuntimeError(err_path_access, path);
-        f.write(text.data(), std::streamsize(text.size()));
-        f.close();
-        if (!f) {
-            std::error_code ec;
-            std::filesystem::remove(temp, ec);
-            throw RuntimeError(err_path_access, path);
-        }
-    }
-    std::error_code ec;
-    std::filesystem::rename(temp, path, ec);
-    if (ec) {
-        std::filesystem::remove(temp, ec);
-        throw RuntimeError(err_path_access, path);
-    }
+    write_file_safely(path, data_file_text(p));
     update_recent_files(p);
 }
 
@@ -165,9 +166,10 @@ static void check_count(const InputReader& in, const char* what, long value, lon
                                               std::to_string(high));
 }
 
+// A number beyond the single range cannot be stored: Overflow, naming it.
 static float single(InputReader& in)
 {
-    return float(in.number());
+    return in.single();
 }
 static int16 int16_item(InputReader& in)
 {

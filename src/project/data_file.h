@@ -10,6 +10,19 @@
 
 namespace tobel {
 
+// A two-dimensional section file is the data file layout taken along mesh row
+// `row`: the title gets " SECTION " + x_text, the mesh one row and one
+// section, every surface the method of cross-sections, and the section the
+// row's nodes.
+struct SectionCut {
+    int row = 1;
+    std::string x_text;
+};
+
+// The text of the data file, or of a section cut of it. Empty material names
+// become "Material" and empty grid file names "*.GRD" in the project itself.
+std::string data_file_text(Project& p, const SectionCut* cut = nullptr);
+
 // Writes the project. Empty material names become "Material" and empty grid
 // file names "*.GRD" in the project itself on the way. The file is written
 // beside the target first and replaces it only when complete; a failure throws

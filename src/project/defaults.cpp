@@ -150,13 +150,11 @@ void reset_project(Project& p)
     p.common_y = p.common_z = 0;
     p.auto_y = p.auto_z = p.auto_spacing = p.auto_tan_spacing = 0;
     p.grid_use_common = p.auto_use_common = 0;
-    p.search_trial_count = 0;
-    p.search_paused = 0;
+    clear_search(p.search);
     // 12.
     p.single_form_values.fill(0);
     p.grid_form_values.fill(0);
     p.auto_form_values.fill(0);
-    p.grid_centres.clear();
     // 13.
     p.surface_defined = 0;
     p.field_x_low = p.field_x_high = p.field_y_low = p.field_y_high = 0;

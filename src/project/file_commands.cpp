@@ -6,6 +6,7 @@
 #include "project/commands.h"
 #include "project/data_file.h"
 #include "project/defaults.h"
+#include "project/legacy_file.h"
 #include "project/menu_model.h"
 #include "project/runtime_error.h"
 #include "solver/checks.h"
@@ -123,15 +124,17 @@ void file_save_as(Project& p, Port& port) { save_as_generic(p, port, ".TOD", ".T
 // Writes the .TOB layout into a file with the other extension, deliberately.
 void file_save_as_tod(Project& p, Port& port) { save_as_generic(p, port, ".TOB", ".TOD", tod_filter, false); }
 
-void file_open(Project& p, Port& port)
+// Open and Open legacy share every step but the dialog's filter, the recent
+// file case, the reader and the recent list.
+static void open_project(Project& p, Port& port, bool legacy)
 {
     // 1.
     if (!save_prompt(p, port)) return;
     // 2.
-    if (p.open_recent_pending) {
+    if (!legacy && p.open_recent_pending) {
         p.open_recent_pending = 0;
     } else {
-        auto chosen = port.open_file_dialog(tob_filter, p.data_file_path);
+        auto chosen = port.open_file_dialog(legacy ? tod_filter : tob_filter, p.data_file_path);
         if (!chosen) return;
         p.data_file_path = *chosen;
     }
@@ -141,8 +144,12 @@ void file_open(Project& p, Port& port)
             close_child_windows(p);
             reset_project(p);
             // 5.
-            read_data_file(p, p.data_file_path, port);
-            update_recent_files(p);
+            if (legacy) {
+                read_legacy_file(p, p.data_file_path, port);
+            } else {
+                read_data_file(p, p.data_file_path, port);
+                update_recent_files(p);
+            }
             set_main_caption(p);
             // 6.
             reset_forces(p);
@@ -154,6 +161,22 @@ void file_open(Project& p, Port& port)
         });
     } catch (const RuntimeError& e) {
         port.busy(false);
+        show_error(port, e);
+    }
+}
+
+void file_open(Project& p, Port& port) { open_project(p, port, false); }
+
+void file_open_legacy(Project& p, Port& port) { open_project(p, port, true); }
+
+void file_save_report(Project& p, Port& port, const ReportContext& context)
+{
+    auto chosen = port.save_file_dialog("Text Files (*.txt)|*.txt", "", true);
+    if (!chosen) return;
+    try {
+        BusyPointer busy(port);
+        trapped([&] { write_report_text(p, *chosen, context); });
+    } catch (const RuntimeError& e) {
         show_error(port, e);
     }
 }

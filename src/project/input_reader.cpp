@@ -1,5 +1,7 @@
 #include "project/input_reader.h"
 
+#include <cmath>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -10,6 +12,14 @@ namespace tobel {
 
 InputReader::InputReader(const std::string& path) : name_(path)
 {
+    // Only a plain file has an end: a device or a pipe named in a data file
+    // would be read for ever.
+    std::error_code ec;
+    const auto kind = std::filesystem::status(path, ec).type();
+    if (kind == std::filesystem::file_type::not_found)
+        throw RuntimeError(err_file_not_found, path);
+    if (!ec && kind != std::filesystem::file_type::regular)
+        throw RuntimeError(err_bad_file_name, path);
     std::ifstream in(path, std::ios::binary);
     if (!in)
         throw RuntimeError(err_file_not_found, path);
@@ -78,6 +88,13 @@ std::string InputReader::line()
 
 double InputReader::number()
 {
+    std::string item;
+    return number(item);
+}
+
+double InputReader::number(std::string& item)
+{
+    item.clear();
     skip_blanks();
     start_item();
     // An empty item: the comma or the empty line is the whole of it.
@@ -92,7 +109,7 @@ double InputReader::number()
     const std::size_t from = pos_;
     while (!eof() && data_[pos_] != ' ' && data_[pos_] != '\t' && data_[pos_] != ',' && !at_line_end())
         ++pos_;
-    const std::string item = data_.substr(from, pos_ - from);
+    item = data_.substr(from, pos_ - from);
     // Blanks after the item and one comma or line end make one separator.
     skip_blanks();
     if (!eof() && data_[pos_] == ',')
@@ -104,13 +121,23 @@ double InputReader::number()
 
 long InputReader::integer16()
 {
-    const double x = number();
+    std::string item;
+    const double x = number(item);
     if (!(x >= -32768.5 && x <= 32767.5))
-        throw RuntimeError(err_overflow, where());
+        throw RuntimeError(err_overflow, where() + ": " + item);
     const long n = cint(x);
     if (n < -32768 || n > 32767)
-        throw RuntimeError(err_overflow, where());
+        throw RuntimeError(err_overflow, where() + ": " + item);
     return n;
+}
+
+float InputReader::single()
+{
+    std::string item;
+    const float x = float(number(item));
+    if (!std::isfinite(x))
+        throw RuntimeError(err_overflow, where() + ": " + item);
+    return x;
 }
 
 std::string InputReader::text_item()

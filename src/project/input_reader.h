@@ -10,7 +10,8 @@ namespace tobel {
 class InputReader {
   public:
     // Reads the whole file as single-byte text. A file that cannot be opened
-    // throws RuntimeError(err_file_not_found, path).
+    // throws RuntimeError(err_file_not_found, path); a device, a pipe or a
+    // folder given for a file throws RuntimeError(err_bad_file_name, path).
     explicit InputReader(const std::string& path);
 
     // Reads text held in memory; `name` stands for the file in error texts.
@@ -26,8 +27,12 @@ class InputReader {
     double number();
 
     // number() rounded half to even; outside -32768..32767 throws
-    // RuntimeError(err_overflow).
+    // RuntimeError(err_overflow) naming the item.
     long integer16();
+
+    // number() stored as a single; a value beyond the single range throws
+    // RuntimeError(err_overflow) naming the item, as storing it would.
+    float single();
 
     // One item as text: leading blanks skipped, runs to the next comma or line
     // end, trailing blanks trimmed. The comma or line end is consumed.
@@ -46,6 +51,7 @@ class InputReader {
     void skip_blanks();
     void take_line_end();
     void start_item(); // throws when nothing is left
+    double number(std::string& item);
     std::string data_;
     std::string name_;
     std::size_t pos_ = 0;

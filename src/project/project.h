@@ -11,6 +11,7 @@
 
 #include "project/grid.h"
 #include "project/menus.h"
+#include "project/search_state.h"
 
 namespace tobel {
 
@@ -199,10 +200,8 @@ struct Project {
     int16 recent_count = 0;
     std::array<std::string, recent_capacity + 1> recent_file{};
 
-    // Search state cleared with the project
-    std::int32_t search_trial_count = 0;
-    int16 search_paused = 0;
-    std::vector<float> grid_centres;
+    // Critical surface search
+    SearchState search;
 };
 
 } // namespace tobel

@@ -17,18 +17,9 @@ static void show_message_list(Project& p, Port& port)
     port.show_text(str(long(p.message_count)) + " warnings and errors issued for this trial surface", lines);
 }
 
-bool solve_single_trial(Project& p, Port& port)
+void solve_and_show_trial(Project& p, Port& port)
 {
-    if (p.solution_method < 1 || p.solution_method > 4) return false;
-    // 2.
-    p.report_kind = 1;
-    p.solve_interactive = -1;
-    port.show_view(6, "PLAN OF ACTIVE COLUMNS");
-    // 3.
-    p.keep_window = 0;
     check_surface(p);
-    // 4.
-    const bool rotated = p.rotation_angle != 0;
     try {
         if (p.solution_method == 3 || p.solution_method == 4)
             solve_spencer_mp(p, port);
@@ -41,12 +32,24 @@ bool solve_single_trial(Project& p, Port& port)
         port.busy(false);
         port.message_box(error_report_text(e), Buttons::ok, Icon::critical, "TOBEL-3");
     }
-    // 5.
     port.show_text("RESULTS", result_panel_lines(p));
     if (p.message_count > 0) show_message_list(p, port);
-    // 6.
     const auto printout = solution_printout_lines(p);
     port.show_text(printout.front(), std::vector<std::string>(printout.begin() + 1, printout.end()));
+}
+
+bool solve_single_trial(Project& p, Port& port)
+{
+    if (p.solution_method < 1 || p.solution_method > 4) return false;
+    // 2.
+    p.report_kind = 1;
+    p.solve_interactive = -1;
+    port.show_view(6, "PLAN OF ACTIVE COLUMNS");
+    // 3.
+    p.keep_window = 0;
+    // 4 to 6.
+    const bool rotated = p.rotation_angle != 0;
+    solve_and_show_trial(p, port);
     // A rotation lasts one solution, and a toe water thrust changed the surface.
     if (rotated || p.head_water_sum != 0) hide_solve_menu(p);
     return true;

@@ -10,7 +10,8 @@ namespace tobel {
 
 int message_list_count(const Project& p, int mode)
 {
-    if (mode == 0) return std::max(0, int(p.message_count));
+    if (mode == 0)
+        return std::max(0, int(p.message_count));
     return std::max(0, std::min(int(p.check_count), int(p.check_text.size()) - 1));
 }
 
@@ -19,7 +20,10 @@ static const std::string& list_line(const Project& p, int mode, int line)
     return mode == 0 ? p.message_text[std::size_t(line)] : p.check_text[std::size_t(line)];
 }
 
-static int last_top(int count) { return std::max(1, count - message_list_visible_rows + 1); }
+static int last_top(int count)
+{
+    return std::max(1, count - message_list_visible_rows + 1);
+}
 
 MessageListForm open_message_list(const Project& p, int mode)
 {
@@ -32,7 +36,8 @@ MessageListForm open_message_list(const Project& p, int mode)
 
 std::string message_list_caption(const Project& p, int mode)
 {
-    if (mode == 0) return str(long(p.message_count)) + " warnings and errors issued for this trial surface";
+    if (mode == 0)
+        return str(long(p.message_count)) + " warnings and errors issued for this trial surface";
     return str(long(p.check_count)) + " data input errors were found";
 }
 
@@ -41,7 +46,8 @@ std::vector<std::string> message_list_rows(const Project& p, const MessageListFo
     const int count = message_list_count(p, form.mode);
     std::vector<std::string> rows;
     for (int line = form.top; line <= count && line < form.top + message_list_visible_rows; ++line) {
-        if (line < 1) continue;
+        if (line < 1)
+            continue;
         rows.push_back(str(long(line)) + "\t" + list_line(p, form.mode, line));
     }
     return rows;
@@ -51,13 +57,17 @@ void message_list_key(const Project& p, MessageListForm& form, int key_code)
 {
     const int count = message_list_count(p, form.mode);
     if (key_code == key_down) {
-        if (form.current + 1 > count) return;
+        if (form.current + 1 > count)
+            return;
         ++form.current;
-        if (form.current > form.top + message_list_visible_rows - 1) ++form.top;
+        if (form.current > form.top + message_list_visible_rows - 1)
+            ++form.top;
     } else if (key_code == key_up) {
-        if (form.current - 1 < 1) return;
+        if (form.current - 1 < 1)
+            return;
         --form.current;
-        if (form.current < form.top) --form.top;
+        if (form.current < form.top)
+            --form.top;
     }
 }
 
@@ -81,7 +91,8 @@ bool run_input_checks_for_solve(Project& p, Port& port)
 
 void show_trial_messages(Project& p, Port& port)
 {
-    if (p.message_count <= 0) return;
+    if (p.message_count <= 0)
+        return;
     p.error_list_mode = 0;
     port.show_text(message_list_caption(p, 0), trial_messages(p));
 }

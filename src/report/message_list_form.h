@@ -16,9 +16,9 @@ constexpr int key_up = 38;
 constexpr int key_down = 40;
 
 struct MessageListForm {
-    int mode = 0;     // 0 the trial's list, -1 the input list
-    int top = 1;      // list line shown in the first visible row
-    int current = 0;  // list line of the current row; 0 when the list is empty
+    int mode = 0;    // 0 the trial's list, -1 the input list
+    int top = 1;     // list line shown in the first visible row
+    int current = 0; // list line of the current row; 0 when the list is empty
 };
 
 // The form as it opens: the window at line 1, the current row on line 1.

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "project/numtext.h"
+#include "project/runtime_error.h"
 #include "report/messages.h"
 #include "solver/column.h"
 #include "solver/external_forces.h"
@@ -41,15 +42,6 @@ struct IterationSums {
 struct Failure {
     bool failed = false;
     int c = 0, r = 0, m = 0;
-};
-
-// Ends the busy pointer whichever way the solution leaves.
-struct BusyGuard {
-    Port& port;
-    explicit BusyGuard(Port& pt) : port(pt) { port.busy(true); }
-    ~BusyGuard() { port.busy(false); }
-    BusyGuard(const BusyGuard&) = delete;
-    BusyGuard& operator=(const BusyGuard&) = delete;
 };
 
 } // namespace
@@ -136,9 +128,9 @@ static void rotate_dips(Project& p, double theta)
     }
 }
 
-void solve_bishop_janbu(Project& p, Port& port)
+static void solve(Project& p, Port& port)
 {
-    BusyGuard busy(port);
+    BusyPointer busy(port);
     const bool janbu = p.solution_method == 2;
     const bool interactive = p.solve_interactive == -1;
     p.solve_abort = 0;
@@ -405,6 +397,25 @@ void solve_bishop_janbu(Project& p, Port& port)
     p.janbu_fos = float(j);
     if (interactive)
         p.solve_interactive = 0;
+}
+
+// A number that is not finite never stands in a result: the solution
+// counts as failed at the first column that had one.
+void solve_bishop_janbu(Project& p, Port& port)
+{
+    try {
+        solve(p, port);
+    } catch (const RuntimeError&) {
+        clear_non_finite_results(p);
+        throw;
+    }
+    const NonFiniteResult bad = clear_non_finite_results(p);
+    if (bad.found && p.factor_of_safety != 0) {
+        add_message(p, bad.c == 0 ? std::string("ARITHMETIC FAILURE IN THE SUMS OF THE MASS")
+                                  : arithmetic_failure_text(bad.c, bad.r, bad.m));
+        p.factor_of_safety = 0;
+        p.janbu_fos = 0;
+    }
 }
 
 } // namespace tobel

@@ -12,6 +12,51 @@ std::string arithmetic_failure_text(int c, int r, int m)
     return "ARITHMETIC FAILURE IN COLUMN " + str(c) + " ROW " + str(r) + " MAT'L " + str(m);
 }
 
+static bool clear_if_non_finite(float& x)
+{
+    if (std::isfinite(x))
+        return false;
+    x = 0;
+    return true;
+}
+
+NonFiniteResult clear_non_finite_results(Project& p)
+{
+    NonFiniteResult first;
+    for (auto* g : {&p.col_weight, &p.col_area, &p.col_pore, &p.col_phi, &p.col_cohesion, &p.col_cos_gamma,
+                    &p.col_normal, &p.col_fos, &p.col_lat_slope, &p.col_arm, &p.col_lateral_load,
+                    &p.col_eff_thrust, &p.col_thrust_height, &p.col_shear_ratio}) {
+        for (int r = 0; r <= g->rows; ++r)
+            for (int c = 0; c <= g->cols; ++c) {
+                if (!clear_if_non_finite((*g)(r, c)))
+                    continue;
+                // The first in solving order: row by row, column by column.
+                if (!first.found || r < first.r || (r == first.r && c < first.c)) {
+                    first.found = true;
+                    first.r = r;
+                    first.c = c;
+                }
+            }
+    }
+    if (first.found) {
+        const int l = p.col_material(first.r, first.c);
+        first.m = l >= 1 && l <= p.num_layers ? working_material(p, l, first.r, first.c) : l;
+    }
+    for (auto* v : {&p.head_water_force, &p.head_water_z, &p.crack_water_force, &p.crack_water_z, &p.row_coef,
+                    &p.row_thrust_arm})
+        for (float& x : *v)
+            first.found = clear_if_non_finite(x) || first.found;
+    for (float* x : {&p.factor_of_safety, &p.janbu_fos, &p.slide_weight, &p.slide_area, &p.slide_volume,
+                     &p.lambda_coef, &p.neg_normal_sum, &p.ext_vertical_sum, &p.ext_horizontal_sum,
+                     &p.head_water_sum, &p.crack_water_sum, &p.lateral_unbalance, &p.unbalance_z,
+                     &p.moment_shear, &p.moment_other, &p.resisting_sum, &p.thrust_ratio_mean,
+                     &p.thrust_ratio_min, &p.thrust_ratio_max, &p.vol_thrust_inside, &p.vol_thrust_middle,
+                     &p.vol_tension, &p.vol_overstressed, &p.weight_flat, &p.weight_positive,
+                     &p.weight_negative, &p.thrust_positive})
+        first.found = clear_if_non_finite(*x) || first.found;
+    return first;
+}
+
 int working_material(const Project& p, int l, int r, int c)
 {
     const int code = p.disc_code(r, c);
@@ -19,6 +64,13 @@ int working_material(const Project& p, int l, int r, int c)
     if ((p.mat_cohesion[l] != 0 || p.mat_phi[l] != 0) && code > 0)
         return p.num_layers + code;
     return l;
+}
+
+// A discontinuity code with no entry in the material table stops the
+// solution like any other run-time failure at the column.
+static bool in_material_table(int m)
+{
+    return m >= 1 && m <= material_capacity;
 }
 
 static void clear_node(Project& p, int r, int c, ColumnRow& row)
@@ -174,6 +226,8 @@ ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw
             p.col_material(r, c) = l;
             s.layer = l;
             s.material = working_material(p, l, r, c);
+            if (!in_material_table(s.material))
+                return ColumnOutcome::failed;
             // The unit weight is the layer's, never the discontinuity's.
             q = q + double(p.mat_unit_weight[l]) * (t - s.zs);
             double u = 0;
@@ -192,6 +246,8 @@ ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw
         } else {
             s.layer = p.col_material(r, c);
             s.material = working_material(p, s.layer, r, c);
+            if (!in_material_table(s.material))
+                return ColumnOutcome::failed;
         }
 
         const int m = s.material;

@@ -76,4 +76,16 @@ int working_material(const Project& p, int l, int r, int c);
 // Message of a solution stopped by a floating-point failure at a column.
 std::string arithmetic_failure_text(int c, int r, int m);
 
+// Where clear_non_finite_results found a number that is not finite: the
+// first column in solving order, or column 0 when only a total was.
+struct NonFiniteResult {
+    bool found = false;
+    int r = 0, c = 0, m = 0;
+};
+
+// Sets every result of the last solution that is not a finite number (the
+// column arrays, the row thrusts and the totals) to 0, so that no report,
+// drawing or file ever shows one, and says where the first one was.
+NonFiniteResult clear_non_finite_results(Project& p);
+
 } // namespace tobel

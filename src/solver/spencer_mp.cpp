@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "project/numtext.h"
+#include "project/runtime_error.h"
 #include "report/messages.h"
 #include "solver/column.h"
 #include "solver/external_forces.h"
@@ -149,7 +150,7 @@ static void interslice_function(Project& p, int method)
             p.zgrid(r, c, si + 1) = float(std::sin((ymin + double(c - 1) * cs - y_lo) * 3.1415 / span));
 }
 
-void solve_spencer_mp(Project& p, Port& port)
+static void solve(Project& p, Port& port)
 {
     BusyPointer busy(port);
     const int method = p.solution_method;
@@ -581,6 +582,24 @@ void solve_spencer_mp(Project& p, Port& port)
     // The acceptability indices window is opened by the command that asked
     // for the solution, once, after the result panel.
     if (interactive) p.solve_interactive = 0;
+}
+
+// A number that is not finite never stands in a result: the solution
+// counts as failed at the first column that had one.
+void solve_spencer_mp(Project& p, Port& port)
+{
+    try {
+        solve(p, port);
+    } catch (const RuntimeError&) {
+        clear_non_finite_results(p);
+        throw;
+    }
+    const NonFiniteResult bad = clear_non_finite_results(p);
+    if (bad.found && p.factor_of_safety != 0) {
+        add_message(p, bad.c == 0 ? std::string("ARITHMETIC FAILURE IN THE SUMS OF THE MASS")
+                                  : arithmetic_failure_text(bad.c, bad.r, bad.m));
+        p.factor_of_safety = 0;
+    }
 }
 
 } // namespace tobel

@@ -113,13 +113,13 @@ TEST(input_checks, layer_material_without_unit_weight_is_fatal)
 TEST(input_checks, one_material_can_give_several_findings)
 {
     Project p = sound_model();
-    p.mat_unit_weight[1] = 0;  // test 1
-    p.mat_cohesion[1] = 0;     // with phi 0: test 3
+    p.mat_unit_weight[1] = 0; // test 1
+    p.mat_cohesion[1] = 0;    // with phi 0: test 3
     p.mat_phi[1] = 0;
     check_input(p);
     EXPECT_EQ(findings(p), (std::vector<std::string>{material_1, material_1}));
 
-    p.mat_cohesion[1] = -2;  // tests 1 and 2; test 3 needs cohesion 0
+    p.mat_cohesion[1] = -2; // tests 1 and 2; test 3 needs cohesion 0
     check_input(p);
     EXPECT_EQ(p.check_count, 2);
     EXPECT_EQ(p.check_fatal, -1);
@@ -271,8 +271,9 @@ TEST(input_checks, line_short_of_either_boundary_is_reported)
     Project p = sound_model();
     line(p, 1, 1, 5, 50, 95, 40);
     check_input(p);
-    EXPECT_EQ(findings(p), (std::vector<std::string>{"Layer  1 in section  1 does not extend to left boundary.",
-                                                     "Layer  1 in section  1 does not extend to right boundary."}));
+    EXPECT_EQ(findings(p),
+              (std::vector<std::string>{"Layer  1 in section  1 does not extend to left boundary.",
+                                        "Layer  1 in section  1 does not extend to right boundary."}));
     EXPECT_EQ(p.check_fatal, 0);
 }
 
@@ -282,14 +283,14 @@ TEST(input_checks, boundaries_are_measured_from_the_mesh_limits)
     p.y_min = -10;
     p.y_max = 120;
     check_input(p);
-    EXPECT_EQ(p.check_count, 4);  // both ends of both sections fall short
+    EXPECT_EQ(p.check_count, 4); // both ends of both sections fall short
 }
 
 TEST(input_checks, line_ending_exactly_at_the_mesh_limits_is_accepted)
 {
     Project p = sound_model();
-    line(p, 1, 1, 0, 50, 100, 40);  // exactly y_min and y_max
-    line(p, 2, 1, -20, 50, 130, 40);  // beyond both
+    line(p, 1, 1, 0, 50, 100, 40);   // exactly y_min and y_max
+    line(p, 2, 1, -20, 50, 130, 40); // beyond both
     check_input(p);
     EXPECT_EQ(p.check_count, 0);
 }
@@ -404,7 +405,7 @@ TEST(input_checks, pore_pressure_ratio_does_not_associate_a_piezometric_surface)
     set_counts(p, 1, 1, 0);
     line(p, 1, 2, 0, 45, 100, 35);
     line(p, 2, 2, 0, 45, 100, 35);
-    p.mat_piezo[1] = 1;  // Ru = 1, not surface 1
+    p.mat_piezo[1] = 1; // Ru = 1, not surface 1
     check_input(p);
     EXPECT_EQ(p.check_count, 1);
 }
@@ -435,7 +436,7 @@ TEST(input_checks, discontinuity_without_wedge_plane_is_reported)
     p.num_wedges = 2;
     p.wedge_code[1] = 0;
     p.wedge_code[2] = 2;
-    p.wedge_code[3] = 1;  // beyond num_wedges: not looked at
+    p.wedge_code[3] = 1; // beyond num_wedges: not looked at
     check_input(p);
     EXPECT_EQ(findings(p), std::vector<std::string>{
                                "Discontinuity # 1 is not associated with any part of the sliding surface."});
@@ -506,7 +507,8 @@ TEST(input_checks, list_holds_one_text_per_finding_without_a_fixed_limit)
         p.mat_phi[m] = 25;
     }
     for (int s = 1; s <= 25; ++s)
-        for (int k = 1; k <= 40; ++k) p.sections.n(s, k) = 0;
+        for (int k = 1; k <= 40; ++k)
+            p.sections.n(s, k) = 0;
     check_input(p);
     EXPECT_EQ(p.check_count, 1000);
     EXPECT_EQ(p.check_text[1000], "No points in section  25, layer  40.");

@@ -1,0 +1,85 @@
+#include "dialogs/grid_search_form.h"
+
+#include "project/menu_model.h"
+#include "project/numtext.h"
+#include "surfaces/crack.h"
+#include "surfaces/ellipsoid.h"
+
+namespace tobel {
+
+SearchBlockCaptions search_block_captions(int common_point)
+{
+    if (common_point != 0)
+        return {"Change to Common Tangent", "Common Point Coordinates:", "Y-Coordinate", "Z-Coordinate"};
+    return {"Change to Common Point", "Common Tangent Planes:", "Initial Elevation", "Spacing"};
+}
+
+std::string search_mesh_x_line(const Project& p)
+{
+    return "Mesh X = " + format(p.x_min, "####0.#") + " to " + format(p.x_max, "####0.#");
+}
+
+GridSearchForm open_grid_search_form(Project& p, const WorldWindow& picture)
+{
+    GridSearchForm form;
+    form.record = load_grid_record(p);
+    if (grid_record_blank(form.record))
+        apply_grid_defaults(p, form.record, picture);
+    form.common_point = p.grid_use_common != 0 ? 1 : 0;
+    p.view_mode = 7;
+    return form;
+}
+
+GridSearchForm open_grid_search_form(Project& p)
+{
+    return open_grid_search_form(p, longitudinal_section_window(p));
+}
+
+void grid_form_toggle_common(GridSearchForm& form)
+{
+    form.common_point = form.common_point != 0 ? 0 : 1;
+}
+
+float& grid_form_block(GridSearchForm& form, int which)
+{
+    GridSearchRecord& r = form.record;
+    if (form.common_point != 0)
+        return which == 1 ? r.grid_point_y : r.grid_point_z;
+    return which == 1 ? r.grid_tangent_z : r.grid_radius_step;
+}
+
+void grid_form_enter_x(Project& p, GridSearchForm& form, std::string_view text)
+{
+    form.record.grid_x = float(val(text));
+    p.view_row = int16(cint(double((form.record.grid_x - p.x_min) / p.row_spacing)) + 1);
+}
+
+SearchFormNext finish_search_form(Project& p, Port& port, bool grid)
+{
+    p.ell_x = p.search_x;
+    p.ell_y = grid ? p.grid_y_ul : p.auto_y;
+    p.ell_z = grid ? p.grid_z_ul : p.auto_z;
+    p.ell_radius = p.radius_in;
+    p.ell_aspect = p.aspect_in;
+    clear_sliding_surface(p);
+    build_ellipsoid(p);
+    if (p.form_mode == (grid ? 5 : 6))
+        return SearchFormNext::to_wedge_form;
+    p.surface_defined = -1;
+    p.surface_kind = 1;
+    apply_crack(p);
+    scale_forces(p);
+    show_solve_menu(p, grid ? SolveItems::grid_search : SolveItems::auto_search, false);
+    p.view_mode = 1;
+    port.show_view(1, "LONGITUDINAL SECTION");
+    return SearchFormNext::search_ready;
+}
+
+SearchFormNext continue_grid_search_form(Project& p, const GridSearchForm& form, Port& port)
+{
+    p.grid_use_common = int16(form.common_point);
+    store_grid_record(p, form.record);
+    return finish_search_form(p, port, true);
+}
+
+} // namespace tobel

@@ -1,0 +1,20 @@
+// The older .TOD data layout, read only. Values the present model no longer
+// holds are read and dropped; the mesh limits come from the spacings.
+#pragma once
+
+#include <string>
+
+#include "project/project.h"
+#include "ui/port.h"
+
+namespace tobel {
+
+// Reads a legacy file into a project that reset_project has just cleared,
+// copies the ground line to sections without a sliding line, derives the mesh
+// limits, hides the Solve menu, interpolates every surface from the sections
+// and shows the project menus. Throws RuntimeError on a short or malformed
+// file, leaving the project as far as the reading got; counts beyond the
+// tables are refused (err_subscript).
+void read_legacy_file(Project& p, const std::string& path, Port& port);
+
+} // namespace tobel
