@@ -9,6 +9,8 @@ cmake -S . -B build/sanitize -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTOBEL_WERROR=ON
     -DTOBEL_BENCH=OFF >/dev/null
 cmake --build build/sanitize -j"$(nproc)"
 ctest --test-dir build/sanitize --output-on-failure -j"$(nproc)"
+# A few seconds of fuzzing per file reader; skipped with a note without clang.
+scripts/fuzz.sh --smoke 5
 # The benchmarks must at least build cleanly.
 cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release -DTOBEL_WERROR=ON -DTOBEL_TESTS=OFF >/dev/null
 cmake --build build/release -j"$(nproc)"

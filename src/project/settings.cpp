@@ -9,9 +9,9 @@ namespace tobel {
 
 static constexpr int stored_colours = 15;
 
-static constexpr std::int32_t layer_defaults[stored_colours] = {
-    46888, 32456, 53728, 10072702, 30890, 1697070, 36297, 43727,
-    8361818, 7444951, 24576, 57814, 6778228, 13231, 9408399};
+static constexpr std::int32_t layer_defaults[stored_colours] = {46888,   32456, 53728,   10072702, 30890,
+                                                                1697070, 36297, 43727,   8361818,  7444951,
+                                                                24576,   57814, 6778228, 13231,    9408399};
 static constexpr std::int32_t piezo_defaults[stored_colours] = {
     16750969, 16736075, 16721956, 13972837, 16756600, 16745029, 16733262, 16719973,
     16754797, 16739666, 16729391, 15631495, 16759178, 15631495, 16748108};

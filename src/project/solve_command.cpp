@@ -2,6 +2,7 @@
 #include "project/menu_model.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
+#include "report/message_list_form.h"
 #include "solver/bishop_janbu.h"
 #include "solver/checks.h"
 #include "solver/spencer_mp.h"
@@ -9,14 +10,8 @@
 
 namespace tobel {
 
-// The trial's message list as its window shows it.
-static void show_message_list(Project& p, Port& port)
-{
-    p.error_list_mode = 0;
-    std::vector<std::string> lines(p.message_text.begin() + 1, p.message_text.begin() + 1 + p.message_count);
-    port.show_text(str(long(p.message_count)) + " warnings and errors issued for this trial surface", lines);
-}
-
+// The interactive solution of the surface in place: the surface check, the
+// solver of the method, the result panel, the messages and the printout.
 void solve_and_show_trial(Project& p, Port& port)
 {
     check_surface(p);
@@ -33,7 +28,7 @@ void solve_and_show_trial(Project& p, Port& port)
         port.message_box(error_report_text(e), Buttons::ok, Icon::critical, "TOBEL-3");
     }
     port.show_text("RESULTS", result_panel_lines(p));
-    if (p.message_count > 0) show_message_list(p, port);
+    show_trial_messages(p, port);
     const auto printout = solution_printout_lines(p);
     port.show_text(printout.front(), std::vector<std::string>(printout.begin() + 1, printout.end()));
 }
@@ -41,6 +36,8 @@ void solve_and_show_trial(Project& p, Port& port)
 bool solve_single_trial(Project& p, Port& port)
 {
     if (p.solution_method < 1 || p.solution_method > 4) return false;
+    // 1. The data check; a fatal finding ends the command.
+    if (!run_input_checks_for_solve(p, port)) return true;
     // 2.
     p.report_kind = 1;
     p.solve_interactive = -1;

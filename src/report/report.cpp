@@ -28,7 +28,7 @@ std::string report_value(float x, const char* mask)
 {
     double v = val(format(x, mask));
     if (v == 0)
-        v = 0;  // "-0.00" reads back as a plain zero
+        v = 0; // "-0.00" reads back as a plain zero
     return str(v);
 }
 
@@ -87,9 +87,11 @@ static void solution_lines(const Project& p, const ReportContext& ctx, std::vect
     out.push_back(pair("Centre Z:", report_value(p.centre_z, "####0.00")));
     out.push_back("Negative normal stresses in " + format(p.neg_normal_percent, "##0") + "% of weight");
     if (p.head_water_sum != 0)
-        out.push_back(pair("Total water thrust (toe submergence):", report_value(p.head_water_sum, "####0.00")));
+        out.push_back(
+            pair("Total water thrust (toe submergence):", report_value(p.head_water_sum, "####0.00")));
     if (p.crack_water_sum != 0)
-        out.push_back(pair("Total water thrust (tension crack):", report_value(p.crack_water_sum, "####0.00")));
+        out.push_back(
+            pair("Total water thrust (tension crack):", report_value(p.crack_water_sum, "####0.00")));
     out.emplace_back();
     if (p.unit_weight_water == 9.81f)
         out.push_back("Unit Weight of Water: 9.81 (kN/cu.m)");
@@ -147,8 +149,8 @@ static void input_lists(const Project& p, std::vector<std::string>& out)
         list_head(out, "List of Discontinuities:",
                   "Name, Cohesion, Friction Angle, Piezo #, Press. Ratio, B-bar Coeff.");
         for (int m = first_disc; m <= last_disc; ++m)
-            out.push_back(p.mat_name[m] + "," + report_value(p.mat_cohesion[m], ws) + "," + plain(p.mat_phi[m]) +
-                          "," + piezo_fields(p, m));
+            out.push_back(p.mat_name[m] + "," + report_value(p.mat_cohesion[m], ws) + "," +
+                          plain(p.mat_phi[m]) + "," + piezo_fields(p, m));
     }
     if (count_of(2) > 0) {
         list_head(out, "List of Anisotropic Materials:",
@@ -157,8 +159,9 @@ static void input_lists(const Project& p, std::vector<std::string>& out)
         for (int m = 1; m <= layers; ++m)
             if (type_of(p, m) == 2)
                 out.push_back(p.mat_name[m] + "," + report_value(p.mat_unit_weight[m], ws) + "," +
-                              report_value(p.mat_cohesion[m], ws) + "," + report_value(p.mat_cohesion_v[m], ws) +
-                              "," + plain(p.mat_phi[m]) + "," + plain(p.mat_phi_v[m]) + "," + piezo_fields(p, m));
+                              report_value(p.mat_cohesion[m], ws) + "," +
+                              report_value(p.mat_cohesion_v[m], ws) + "," + plain(p.mat_phi[m]) + "," +
+                              plain(p.mat_phi_v[m]) + "," + piezo_fields(p, m));
     }
     if (count_of(3) > 0) {
         list_head(out, "List of Non-Linear Materials:",
@@ -167,8 +170,9 @@ static void input_lists(const Project& p, std::vector<std::string>& out)
         for (int m = 1; m <= layers; ++m)
             if (type_of(p, m) == 3)
                 out.push_back(p.mat_name[m] + "," + report_value(p.mat_unit_weight[m], ws) + "," +
-                              piezo_fields(p, m) + "," + plain(p.mat_coef_a[m]) + "," + plain(p.mat_coef_b[m]) +
-                              "," + plain(p.mat_uniaxial[m]) + "," + plain(p.mat_coef_d[m]));
+                              piezo_fields(p, m) + "," + plain(p.mat_coef_a[m]) + "," +
+                              plain(p.mat_coef_b[m]) + "," + plain(p.mat_uniaxial[m]) + "," +
+                              plain(p.mat_coef_d[m]));
     }
     const int forces = std::min<int>(p.num_forces, force_capacity);
     if (forces > 0) {

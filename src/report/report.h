@@ -13,9 +13,9 @@ namespace tobel {
 enum class ReportSolve { single_trial, grid_search, auto_search };
 
 struct ReportContext {
-    bool solution_window = false;  // false: head and input lists only
+    bool solution_window = false; // false: head and input lists only
     ReportSolve solve = ReportSolve::single_trial;
-    std::string date;              // the text after "Date: "
+    std::string date; // the text after "Date: "
 };
 
 // Today as the runtime's date text, "mm-dd-yyyy".

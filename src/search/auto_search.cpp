@@ -55,8 +55,8 @@ bool auto_search(Project& p, Port& port, const AutoSearchRecord& r)
             if (point_skipped(pt, s.skip_from, s.skip_to))
                 continue;
             s.current_point = std::int16_t(pt);
-            evaluate_centre(p, port, s.stencil_y[std::size_t(pt)], s.stencil_z[std::size_t(pt)], r.auto_point_y,
-                            r.auto_point_z, r.auto_tangent_z, r.auto_radius_step, step, step);
+            evaluate_centre(p, port, s.stencil_y[std::size_t(pt)], s.stencil_z[std::size_t(pt)],
+                            r.auto_point_y, r.auto_point_z, r.auto_tangent_z, r.auto_radius_step, step, step);
             if (s.search_abort != 0) {
                 s.search_abort = 0;
                 return false;

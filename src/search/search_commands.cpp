@@ -4,24 +4,19 @@
 #include "project/menu_model.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
+#include "report/message_list_form.h"
 #include "search/auto_search.h"
 #include "search/grid_search.h"
 #include "search/search_setup.h"
 #include "search/trial.h"
+#include "solver/bishop_janbu.h"
+#include "solver/checks.h"
+#include "solver/result_panel.h"
+#include "solver/spencer_mp.h"
 
 namespace tobel {
 
 constexpr const char* tentative_caption = "Tentative Critical Surface";
-
-// The input checks before a search; true when the search may go on.
-// TODO(input checks): call run_input_checks_for_solve(p, port) here once the
-// data input message list is in place.
-static bool data_check_passes(Project& p, Port& port)
-{
-    (void)p;
-    (void)port;
-    return true;
-}
 
 // Steps 2 to 5 shared by both searches, up to the search itself.
 static void prepare_search(Project& p, Port& port, int mode, float x, float aspect)
@@ -80,7 +75,7 @@ static void report_search_error(Project& p, Port& port, const RuntimeError& e)
 
 bool solve_grid_search(Project& p, Port& port)
 {
-    if (!data_check_passes(p, port))
+    if (!run_input_checks_for_solve(p, port))
         return false;
     const GridSearchRecord r = load_grid_record(p);
     prepare_search(p, port, 9, r.grid_x, r.grid_aspect);
@@ -97,7 +92,7 @@ bool solve_grid_search(Project& p, Port& port)
 
 bool solve_auto_search(Project& p, Port& port)
 {
-    if (!data_check_passes(p, port))
+    if (!run_input_checks_for_solve(p, port))
         return false;
     const AutoSearchRecord r = load_auto_record(p);
     prepare_search(p, port, 10, r.auto_x, r.auto_aspect);

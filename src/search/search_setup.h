@@ -9,8 +9,8 @@
 namespace tobel {
 
 struct AutoSearchRecord {
-    float auto_x = 0;           // search_x, read into ell_x
-    float auto_y = 0;           // starting centre
+    float auto_x = 0; // search_x, read into ell_x
+    float auto_y = 0; // starting centre
     float auto_z = 0;
     float auto_step = 0;        // auto_spacing, the step of the stencil
     float auto_tangent_z = 0;   // tangent_z, initial elevation of the tangent planes

@@ -90,7 +90,9 @@ std::vector<std::string> search_summary_lines(const Project& p, const std::strin
 {
     const SearchState& s = p.search;
     std::vector<std::string> lines;
-    lines.push_back(p.view_mode == 10 ? "AUTO SEARCH SUMMARY" : p.view_mode == 9 ? "GRID SEARCH SUMMARY" : "");
+    lines.push_back(p.view_mode == 10  ? "AUTO SEARCH SUMMARY"
+                    : p.view_mode == 9 ? "GRID SEARCH SUMMARY"
+                                       : "");
     lines.emplace_back();
     lines.push_back(PrintLine().text("PROJECT:").text(p.project_title).str());
     lines.push_back(PrintLine().text("Input By: ").text(p.input_by).str());
@@ -98,8 +100,8 @@ std::vector<std::string> search_summary_lines(const Project& p, const std::strin
     lines.emplace_back();
     lines.emplace_back("Surface #, Factor of Safety, Y-coord., Z-coord., Radius, Slide Volume");
     for (int n = 1; n <= s.summary_count; ++n)
-        lines.push_back("Surface " + str(long(n)) + "," + file_value(at(s.summary_fos, n), "##,##0.000") + "," +
-                        file_value(at(s.summary_y, n), "##,##0.00") + "," +
+        lines.push_back("Surface " + str(long(n)) + "," + file_value(at(s.summary_fos, n), "##,##0.000") +
+                        "," + file_value(at(s.summary_y, n), "##,##0.00") + "," +
                         file_value(at(s.summary_z, n), "##,##0.00") + "," +
                         file_value(at(s.summary_radius, n), "##,##0.00") + "," +
                         file_value(at(s.summary_volume, n), "##,##0.00"));

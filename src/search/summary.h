@@ -13,8 +13,8 @@
 namespace tobel {
 
 constexpr int summary_window_rows = 8;
-constexpr std::array<const char*, 5> summary_headings = {"Factor of Safety:", "Y - Coord.:", "Z - Coord.:",
-                                                         "Radius:", "Slide Volume:"};
+constexpr std::array<const char*, 5> summary_headings = {
+    "Factor of Safety:", "Y - Coord.:", "Z - Coord.:", "Radius:", "Slide Volume:"};
 
 // The display copy: per trial n (index 0 unused) its five cells, F in
 // "####0.000", Y, Z and radius in "####0.00", volume in "####0".

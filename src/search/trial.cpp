@@ -18,7 +18,7 @@ namespace tobel {
 // would otherwise take for itself: during a search Stop ends the search.
 namespace {
 class StopWatchPort : public Port {
-public:
+  public:
     explicit StopWatchPort(Port& inner) : inner_(inner) {}
     bool stopped = false;
 
@@ -31,7 +31,8 @@ public:
     {
         return inner_.input_box(prompt, title, initial);
     }
-    std::optional<std::string> open_file_dialog(const std::string& filter, const std::string& initial) override
+    std::optional<std::string> open_file_dialog(const std::string& filter,
+                                                const std::string& initial) override
     {
         return inner_.open_file_dialog(filter, initial);
     }
@@ -54,9 +55,12 @@ public:
     {
         inner_.show_text(caption, lines);
     }
-    void show_view(int view_mode, const std::string& caption) override { inner_.show_view(view_mode, caption); }
+    void show_view(int view_mode, const std::string& caption) override
+    {
+        inner_.show_view(view_mode, caption);
+    }
 
-private:
+  private:
     Port& inner_;
 };
 } // namespace

@@ -9,50 +9,15 @@
 #include "dialogs/ellipsoid_form.h"
 #include "project/commands.h"
 #include "solver/bishop_janbu.h"
+#include "support/bishop_slices.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 
 namespace tobel {
 namespace {
 
-// The example's ground: toe at 10 up to Y = 30, a 2:1 face up to the crest at
-// 30 from Y = 70. The mass slides toward -Y.
-double ground(double y)
-{
-    if (y <= 30) return 10;
-    if (y >= 70) return 30;
-    return 10 + (y - 30) / 2;
-}
-
-struct Circle {
-    double yc, zc, r;
-};
-
-// Bishop's simplified factor over slices centred at `ys`, each `b` wide.
-double textbook_bishop(const Circle& k, double c, double phi_rad, double gamma, const std::vector<double>& ys,
-                       double b)
-{
-    const double t = std::tan(phi_rad);
-    double f = 1;
-    for (int it = 0; it < 200; ++it) {
-        double resisting = 0, driving = 0;
-        for (double y : ys) {
-            const double dy = y - k.yc;
-            if (std::fabs(dy) >= k.r) continue;
-            const double zs = k.zc - std::sqrt(k.r * k.r - dy * dy);
-            const double h = ground(y) - zs;
-            if (h < 0.001) continue;
-            const double alpha = std::asin(dy / k.r);
-            const double w = gamma * h * b;
-            resisting += (c * b + w * t) / (std::cos(alpha) + std::sin(alpha) * t / f);
-            driving += w * std::sin(alpha);
-        }
-        const double next = resisting / driving;
-        if (std::fabs(next - f) < 1e-12) return next;
-        f = next;
-    }
-    return f;
-}
+using test::Circle;
+using test::textbook_bishop;
 
 TEST(example_2d, bishop_matches_independent_slice_calculation)
 {

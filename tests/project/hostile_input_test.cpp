@@ -62,7 +62,7 @@ void open_file(Project& p, ScriptedPort& port, const std::string& path)
 }
 
 class HostileInputTest : public ::testing::Test {
-protected:
+  protected:
     ScratchDir dir;
     std::string path(const std::string& name) const { return dir.file(name); }
 
@@ -177,7 +177,8 @@ TEST_F(HostileInputTest, count_beyond_sixteen_bits_is_an_overflow_naming_the_val
 TEST_F(HostileInputTest, number_beyond_single_range_is_an_overflow_naming_the_value)
 {
     Project p = loaded();
-    const std::string box = open_text(p, example_with_line(5, " 0             1E+39         0             1 "));
+    const std::string box =
+        open_text(p, example_with_line(5, " 0             1E+39         0             1 "));
     EXPECT_EQ(box, "Error # 6 occured: Overflow (" + path("bad.TOB") + ", line 5: 1E+39)");
     EXPECT_EQ(p.y_max, 100.0f); // the default, not infinity
 }
@@ -196,7 +197,8 @@ TEST_F(HostileInputTest, short_file_ends_with_input_past_end)
     std::string text = example_with_line(0, "");
     text.resize(text.find("Clayey sand") + 5);
     const std::string box = open_text(p, text);
-    EXPECT_EQ(box.rfind("Error # 62 occured: Input past end of file (" + path("bad.TOB") + ", line 8)", 0), 0u)
+    EXPECT_EQ(box.rfind("Error # 62 occured: Input past end of file (" + path("bad.TOB") + ", line 8)", 0),
+              0u)
         << box;
 }
 
@@ -269,12 +271,14 @@ TEST_F(HostileInputTest, refused_small_grid_with_more_rows_than_the_grids_resize
 TEST_F(HostileInputTest, grid_value_beyond_single_range_is_a_wrong_grid_keeping_what_was_read)
 {
     Project p = loaded();
-    std::string text = "DSAA\r\n 3  2 \r\n 0  100 \r\n 0  100 \r\n 0  1 \r\n 1  2  3 \r\n\r\n 4  1E+40  6 \r\n\r\n";
+    std::string text =
+        "DSAA\r\n 3  2 \r\n 0  100 \r\n 0  100 \r\n 0  1 \r\n 1  2  3 \r\n\r\n 4  1E+40  6 \r\n\r\n";
     write_bytes(path("inf.GRD"), text);
     ScriptedPort port;
     port.default_answer = Answer::yes;
     read_grid_file(p, path("inf.GRD"), 1, port);
-    EXPECT_EQ(port.boxes.back().text, "Wrong .GRD file.  Use 'Edit Stratigraphic Layer Surfaces' to correct.");
+    EXPECT_EQ(port.boxes.back().text,
+              "Wrong .GRD file.  Use 'Edit Stratigraphic Layer Surfaces' to correct.");
     EXPECT_EQ(p.zgrid(1, 3, 1), 3.0f);
     EXPECT_EQ(p.zgrid(2, 1, 1), 4.0f);
     EXPECT_EQ(p.zgrid(2, 2, 1), 0.0f);

@@ -20,7 +20,8 @@ std::string crlf(const std::string& text)
 {
     std::string out;
     for (char c : text) {
-        if (c == '\n') out += '\r';
+        if (c == '\n')
+            out += '\r';
         out += c;
     }
     return out;
@@ -182,7 +183,7 @@ TEST(legacy_file, two_d_file_keeps_the_values_the_model_holds)
     EXPECT_EQ(p.mat_bbar[1], 0.5f);
     EXPECT_EQ(p.sections.x[2], 100.0f);
     EXPECT_EQ(p.crack_y, 25.0f);
-    EXPECT_EQ(p.crack_mode, 0);  // the crack's mode is not in the file
+    EXPECT_EQ(p.crack_mode, 0); // the crack's mode is not in the file
     EXPECT_EQ(p.aspect_in, 1.5f);
     EXPECT_EQ(p.search_x, 0.0f);
     EXPECT_EQ(p.single_y, 30.0f);
@@ -208,9 +209,9 @@ TEST(legacy_file, mesh_limits_come_from_the_spacings_and_a_single_row_gets_spaci
     ScratchDir dir;
     Project p = read_tod(two_d_tod, dir);
     EXPECT_EQ(p.x_min, 0.0f);
-    EXPECT_EQ(p.x_max, 0.0f);  // (1 - 1) * 5, before the spacing becomes 1
+    EXPECT_EQ(p.x_max, 0.0f); // (1 - 1) * 5, before the spacing becomes 1
     EXPECT_EQ(p.row_spacing, 1.0f);
-    EXPECT_EQ(p.y_max, 50.0f);  // 20 * 2 + 10, not the 999 of the file
+    EXPECT_EQ(p.y_max, 50.0f); // 20 * 2 + 10, not the 999 of the file
 }
 
 TEST(legacy_file, section_without_sliding_line_copies_the_ground_line)
@@ -236,11 +237,12 @@ TEST(legacy_file, every_surface_is_interpolated_from_the_sections)
         EXPECT_EQ(p.surf_loaded[k], 0);
     }
     // The row lies on section 1: ground 10 up to Y 10, 20 from Y 30, linear between.
-    EXPECT_FLOAT_EQ(p.zgrid(1, 1, 1), 10.0f);   // Y 10
-    EXPECT_FLOAT_EQ(p.zgrid(1, 6, 1), 15.0f);   // Y 20
-    EXPECT_FLOAT_EQ(p.zgrid(1, 11, 1), 20.0f);  // Y 30
-    EXPECT_FLOAT_EQ(p.zgrid(1, 21, 1), 20.0f);  // Y 50
-    for (int j = 1; j <= 21; ++j) EXPECT_EQ(p.zgrid(1, j, 2), p.zgrid(1, j, 1)) << j;
+    EXPECT_FLOAT_EQ(p.zgrid(1, 1, 1), 10.0f);  // Y 10
+    EXPECT_FLOAT_EQ(p.zgrid(1, 6, 1), 15.0f);  // Y 20
+    EXPECT_FLOAT_EQ(p.zgrid(1, 11, 1), 20.0f); // Y 30
+    EXPECT_FLOAT_EQ(p.zgrid(1, 21, 1), 20.0f); // Y 50
+    for (int j = 1; j <= 21; ++j)
+        EXPECT_EQ(p.zgrid(1, j, 2), p.zgrid(1, j, 1)) << j;
 }
 
 TEST(legacy_file, reader_hides_solve_and_shows_project_menus)
@@ -256,7 +258,7 @@ TEST(legacy_file, reader_hides_solve_and_shows_project_menus)
     read_legacy_file(p, path, port);
     EXPECT_FALSE(p.menus.at("Solve").visible);
     EXPECT_TRUE(p.menus.at("Edit_material_properties").visible);
-    EXPECT_FALSE(p.menus.at("Graphics_Isometry").visible);  // one row
+    EXPECT_FALSE(p.menus.at("Graphics_Isometry").visible); // one row
 }
 
 TEST(legacy_file, three_d_file_with_extra_line_set_and_non_linear_material)
@@ -342,7 +344,7 @@ TEST(legacy_file, short_file_fails_at_the_end)
     } catch (const RuntimeError& e) {
         EXPECT_EQ(e.number(), err_input_past_end);
     }
-    EXPECT_EQ(p.num_cols, 21);  // as far as it got
+    EXPECT_EQ(p.num_cols, 21); // as far as it got
 }
 
 TEST(open_legacy, opens_through_the_tod_dialog_without_touching_the_recent_list)
@@ -351,7 +353,7 @@ TEST(open_legacy, opens_through_the_tod_dialog_without_touching_the_recent_list)
     const std::string path = dir.file("old.tod");
     test::write_bytes(path, crlf(two_d_tod));
     Project p = loaded();
-    p.open_recent_pending = -1;  // the recent file case does not apply
+    p.open_recent_pending = -1; // the recent file case does not apply
     ScriptedPort port;
     port.files.push_back(path);
     file_open_legacy(p, port);

@@ -4,6 +4,7 @@
 
 #include "project/commands.h"
 #include "project/menu_model.h"
+#include "project/runtime_error.h"
 #include "project/settings.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
@@ -13,8 +14,8 @@ namespace {
 
 using test::ScratchDir;
 
-const std::int32_t shipped_layer[15] = {46888, 32456, 53728, 10072702, 30890, 1697070, 36297, 43727,
-                                        8361818, 7444951, 24576, 57814, 6778228, 13231, 9408399};
+const std::int32_t shipped_layer[15] = {46888,   32456,   53728, 10072702, 30890,   1697070, 36297,  43727,
+                                        8361818, 7444951, 24576, 57814,    6778228, 13231,   9408399};
 const std::int32_t shipped_piezo[15] = {16750969, 16736075, 16721956, 13972837, 16756600,
                                         16745029, 16733262, 16719973, 16754797, 16739666,
                                         16729391, 15631495, 16759178, 15631495, 16748108};
@@ -33,7 +34,8 @@ void expect_shipped_colours(const Project& p)
 std::string settings_text(int first_colour, const std::string& drive, const std::string& tail)
 {
     std::string s;
-    for (int i = 0; i < 30; ++i) s += std::to_string(first_colour + i) + "\r\n";
+    for (int i = 0; i < 30; ++i)
+        s += std::to_string(first_colour + i) + "\r\n";
     s += "7\r\n8\r\n" + drive + "\r\n" + tail;
     return s;
 }
@@ -60,14 +62,15 @@ TEST(settings, default_colours_fill_the_repeats)
     EXPECT_EQ(p.layer_colour[31], 46888);
     EXPECT_EQ(p.layer_colour[45], 9408399);
     EXPECT_EQ(p.layer_colour[46], 46888);
-    EXPECT_EQ(p.layer_colour[51], 1697070);  // entry 6
+    EXPECT_EQ(p.layer_colour[51], 1697070); // entry 6
     EXPECT_EQ(p.piezo_colour[51], 16745029);
 }
 
 TEST(settings, reading_a_file_takes_every_item_and_refreshes_the_repeats)
 {
     ScratchDir dir;
-    test::write_bytes(dir.file("tob.cfg"), settings_text(100, "D:\\work", " 2 \r\nC:\\a.tob\r\nC:\\b.tob\r\n"));
+    test::write_bytes(dir.file("tob.cfg"),
+                      settings_text(100, "D:\\work", " 2 \r\nC:\\a.tob\r\nC:\\b.tob\r\n"));
     Project p;
     read_settings(p, dir.file("tob.cfg"));
     EXPECT_EQ(p.layer_colour[1], 100);
@@ -91,7 +94,7 @@ TEST(settings, writing_gives_one_item_a_line_and_refreshes_the_repeats)
     ScratchDir dir;
     Project p;
     default_colours(p);
-    p.layer_colour[16] = 1;  // a stale repeat
+    p.layer_colour[16] = 1; // a stale repeat
     p.work_drive = "C:\\data";
     p.recent_count = 2;
     p.recent_file[1] = "old.tob";
@@ -100,8 +103,10 @@ TEST(settings, writing_gives_one_item_a_line_and_refreshes_the_repeats)
     EXPECT_EQ(p.layer_colour[16], 46888);
 
     std::string expected;
-    for (auto c : shipped_layer) expected += std::to_string(c) + "\r\n";
-    for (auto c : shipped_piezo) expected += std::to_string(c) + "\r\n";
+    for (auto c : shipped_layer)
+        expected += std::to_string(c) + "\r\n";
+    for (auto c : shipped_piezo)
+        expected += std::to_string(c) + "\r\n";
     expected += "255\r\n16711935\r\nC:\\data\r\n 2 \r\nold.tob\r\nnew.tob\r\n";
     EXPECT_EQ(test::read_bytes(dir.file("tob.cfg")), expected);
 }
@@ -115,7 +120,8 @@ TEST(settings, written_file_reads_back_the_same)
     p.piezo_colour[15] = 654321;
     p.work_drive = "E:";
     p.recent_count = 4;
-    for (int i = 1; i <= 4; ++i) p.recent_file[std::size_t(i)] = "f" + std::to_string(i) + ".tob";
+    for (int i = 1; i <= 4; ++i)
+        p.recent_file[std::size_t(i)] = "f" + std::to_string(i) + ".tob";
     write_settings(p, dir.file("tob.cfg"));
     Project q;
     read_settings(q, dir.file("tob.cfg"));
@@ -200,7 +206,8 @@ TEST(recent_files, full_list_items_open_what_their_captions_show)
     Project p;
     main_load(p);
     p.recent_count = 4;
-    for (int i = 1; i <= 4; ++i) p.recent_file[std::size_t(i)] = std::string(1, char('a' + i - 1)) + ".tob";
+    for (int i = 1; i <= 4; ++i)
+        p.recent_file[std::size_t(i)] = std::string(1, char('a' + i - 1)) + ".tob";
     refresh_recent_menu(p);
     EXPECT_EQ(p.menus.at("FileName(1)").caption, " 2 c.tob");
     test::ScriptedPort port;
