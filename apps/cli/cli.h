@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "project/project.h"
+#include "ui/port.h"
 
 namespace tobel::cli {
 
@@ -12,6 +13,15 @@ int run_info(const std::vector<std::string>& args);
 int run_solve(const std::vector<std::string>& args);
 int run_script(const std::vector<std::string>& args);
 int run_export(const std::vector<std::string>& args);
+int run_search(const std::vector<std::string>& args);
+int run_report(const std::vector<std::string>& args);
+int run_convert(const std::vector<std::string>& args);
+
+// The settings file named by --settings, read at the main window's load and
+// written when the command ends; without it no settings file is touched.
+void set_settings_path(const std::string& path);
+void start_project(Project& p);
+void finish_project(Project& p, Port& port);
 
 // Shared by the subcommands.
 std::string json_string(const std::string& s);

@@ -2,10 +2,33 @@
 #include <ostream>
 
 #include "cli.h"
+#include "project/commands.h"
 #include "project/menu_model.h"
+#include "project/runtime_error.h"
+#include "project/settings.h"
 #include "project/numtext.h"
 
 namespace tobel::cli {
+
+static std::string settings_file;
+
+void set_settings_path(const std::string& path) { settings_file = path; }
+
+void start_project(Project& p)
+{
+    p.settings_path = settings_file;
+    main_load(p);
+}
+
+void finish_project(Project& p, Port& port)
+{
+    if (p.settings_path.empty()) return;
+    try {
+        write_settings(p, p.settings_path);
+    } catch (const RuntimeError& e) {
+        port.message_box(error_report_text(e), Buttons::ok, Icon::critical, "TOBEL-3");
+    }
+}
 
 std::string json_string(const std::string& s)
 {

@@ -15,10 +15,11 @@ int run_info(const std::vector<std::string>& args)
         return 1;
     }
     Project p;
-    main_load(p);
+    start_project(p);
     CliPort port(std::cerr);
     if (!open_data_file(p, port, args[0])) return 1;
     print_project(p, std::cout);
+    finish_project(p, port);
     return 0;
 }
 

@@ -94,7 +94,7 @@ int run_script(const std::vector<std::string>& args)
         return 1;
     }
     Project p;
-    main_load(p);
+    start_project(p);
     CliPort port(std::cout);
     install_interrupt_handler();
     const auto readable = readable_fields();

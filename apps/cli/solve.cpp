@@ -92,7 +92,7 @@ int run_solve(const std::vector<std::string>& args)
         return 1;
     }
     Project p;
-    main_load(p);
+    start_project(p);
     // With --json only the object goes to standard output.
     CliPort port(o.trial.json ? std::cerr : std::cout);
     port.policy = o.trial.answer;
@@ -111,6 +111,7 @@ int run_solve(const std::vector<std::string>& args)
         for (const auto& l : lines) (o.trial.json ? std::cerr : std::cout) << l << "\n";
     }
     if (o.trial.json) print_json(p, std::cout);
+    finish_project(p, port);
     return p.factor_of_safety == 0 ? 2 : 0;
 }
 

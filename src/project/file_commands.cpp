@@ -9,6 +9,7 @@
 #include "project/legacy_file.h"
 #include "project/menu_model.h"
 #include "project/runtime_error.h"
+#include "project/settings.h"
 #include "solver/checks.h"
 
 namespace tobel {
@@ -191,6 +192,14 @@ void file_open_recent(Project& p, Port& port, int item)
 
 bool main_query_unload(Project& p, Port& port)
 {
+    // 2. The settings are written whatever comes later.
+    if (!p.settings_path.empty()) {
+        try {
+            write_settings(p, p.settings_path);
+        } catch (const RuntimeError& e) {
+            port.message_box(error_report_text(e), Buttons::ok, Icon::critical, "TOBEL-3");
+        }
+    }
     // 3.
     if (p.dirty_flag) {
         const Answer a = ask_and_save(p, port);

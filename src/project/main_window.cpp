@@ -1,6 +1,7 @@
 #include "project/commands.h"
 #include "project/defaults.h"
 #include "project/menu_model.h"
+#include "project/settings.h"
 
 namespace tobel {
 
@@ -13,7 +14,11 @@ void main_load(Project& p)
     hide_solve_menu(p);
     // 2.
     p.solution_method = 1;
-    // 3. The settings file is read by the program that owns one (desktop program; CLI on request).
+    // 3.
+    if (!p.settings_path.empty())
+        read_settings(p, p.settings_path);
+    else
+        default_colours(p);
     // 4.
     set_defaults(p);
     // 5.

@@ -194,7 +194,9 @@ struct Project {
     std::array<std::string, 5> method_labels{};  // currentmeth, meth2..meth4 at 1..4
     Menus menus;
 
-    // Program settings: colours, working directory and recent files
+    // Program settings: colours, working directory and recent files, kept in
+    // the settings file at settings_path; empty means none is read or written.
+    std::string settings_path;
     std::array<std::int32_t, colour_entries + 1> layer_colour{}, piezo_colour{};
     std::int32_t selected_colour = 0, sliding_colour = 0;
     int16 recent_count = 0;

@@ -1,8 +1,10 @@
 #include "project/surface_commands.h"
 
+#include "dialogs/auto_search_form.h"
 #include "dialogs/ellipsoid_form.h"
 #include "dialogs/field_form.h"
 #include "dialogs/general_surface_form.h"
+#include "dialogs/grid_search_form.h"
 #include "dialogs/wedge_form.h"
 #include "solver/checks.h"
 
@@ -52,6 +54,17 @@ bool confirm_surface(Project& p, Port& port, SurfaceCommand which)
         to_wedges = next == GeneralNext::to_wedge_form;
     }
     if (to_wedges) continue_wedge_form(p, open_wedge_form(p), port);
+    return p.surface_defined != 0;
+}
+
+bool confirm_search_setup(Project& p, Port& port, bool grid, bool composite)
+{
+    reset_forces(p);
+    p.keep_window = 0;
+    p.form_mode = int16(composite ? (grid ? 5 : 6) : 0);
+    const SearchFormNext next = grid ? continue_grid_search_form(p, open_grid_search_form(p), port)
+                                     : continue_auto_search_form(p, open_auto_search_form(p), port);
+    if (next == SearchFormNext::to_wedge_form) continue_wedge_form(p, open_wedge_form(p), port);
     return p.surface_defined != 0;
 }
 

@@ -18,6 +18,11 @@ bool parse_surface_command(const std::string& name, SurfaceCommand& out);
 // sliding surface is defined afterwards.
 bool confirm_surface(Project& p, Port& port, SurfaceCommand which);
 
+// Edit > Sliding Surface > Ellipsoid (or Composite) > Grid Search or Auto
+// Search, confirmed with the search parameters the project holds (first
+// proposals where they are all 0), and for a composite the wedge form after.
+bool confirm_search_setup(Project& p, Port& port, bool grid, bool composite);
+
 // The discontinuity field of a general surface, set to the given rectangle.
 void confirm_discontinuity_field(Project& p, Port& port, float x_low, float x_high, float y_low, float y_high);
 

@@ -173,3 +173,85 @@ TEST(cli, script_expectation_failure_names_the_line)
 }
 
 } // namespace
+
+namespace {
+
+TEST(cli, search_prints_best_record_and_json)
+{
+    RunResult t = tobel("search " + example("slope2d-homogeneous.tob") + " --auto");
+    EXPECT_EQ(t.status, 0);
+    EXPECT_NE(t.out.find("Best surface: Ellipsoid #"), std::string::npos) << t.out;
+    RunResult j = tobel("search " + example("slope2d-homogeneous.tob") + " --grid --json --trials");
+    EXPECT_EQ(j.status, 0);
+    for (const char* key : {"\"best\": {\"fos\": ", "\"trial_number\": ", "\"trial_count\": ", "\"fos_min\": ",
+                            "\"fos_max\": ", "\"trials\": [{"})
+        EXPECT_NE(j.out.find(key), std::string::npos) << key << " in " << j.out.substr(0, 300);
+}
+
+TEST(cli, search_progress_goes_to_stderr_one_line_per_trial)
+{
+    RunResult r = tobel("search " + example("slope2d-homogeneous.tob") + " --auto --json", true);
+    EXPECT_NE(r.out.find("Ellipsoid # 1 "), std::string::npos) << r.out.substr(0, 300);
+    EXPECT_NE(r.out.find("Ellipsoid # 2 "), std::string::npos);
+}
+
+TEST(cli, search_summary_file_has_its_heading)
+{
+    tobel::test::ScratchDir dir;
+    RunResult r = tobel("search " + example("slope2d-homogeneous.tob") + " --grid --summary " + dir.file("s.txt"));
+    EXPECT_EQ(r.status, 0);
+    const std::string text = tobel::test::read_bytes(dir.file("s.txt"));
+    EXPECT_EQ(text.rfind("GRID SEARCH SUMMARY\r\n\r\n", 0), 0u) << text.substr(0, 100);
+    EXPECT_NE(text.find("Surface #, Factor of Safety, Y-coord., Z-coord., Radius, Slide Volume\r\n"),
+              std::string::npos);
+}
+
+TEST(cli, report_of_a_solve_and_of_a_search)
+{
+    tobel::test::ScratchDir dir;
+    RunResult r = tobel("report " + example("slope2d-homogeneous.tob") + " --out " + dir.file("r.txt"));
+    EXPECT_EQ(r.status, 0);
+    std::string text = tobel::test::read_bytes(dir.file("r.txt"));
+    EXPECT_NE(text.find("Single ellipsoidal sliding surface"), std::string::npos) << text;
+    EXPECT_NE(text.find("Bishop's Method"), std::string::npos);
+    RunResult s = tobel("report " + example("slope2d-homogeneous.tob") + " --auto --method janbu --out " +
+                        dir.file("s.txt"));
+    EXPECT_EQ(s.status, 0);
+    text = tobel::test::read_bytes(dir.file("s.txt"));
+    EXPECT_NE(text.find("Critical surface by auto search"), std::string::npos) << text;
+    EXPECT_NE(text.find("Janbu Method"), std::string::npos);
+}
+
+TEST(cli, export_two_dimensional_file_opens_and_solves)
+{
+    tobel::test::ScratchDir dir;
+    RunResult e = tobel("export " + example("slope3d-layers-piezo-force.tob") + " --section-2d 50 --out " +
+                        dir.file("sec.tob"));
+    EXPECT_EQ(e.status, 0);
+    RunResult i = tobel("info " + dir.file("sec.tob"));
+    EXPECT_EQ(i.status, 0);
+    EXPECT_NE(i.out.find("1 rows"), std::string::npos) << i.out;
+    RunResult lat = tobel("export " + example("slope2d-homogeneous.tob") + " --dat-lat 10", true);
+    EXPECT_EQ(lat.status, 1);
+}
+
+TEST(cli, settings_are_read_and_written_only_when_asked)
+{
+    tobel::test::ScratchDir dir;
+    const std::string cfg = dir.file("tob.cfg");
+    RunResult r = tobel("info " + example("slope2d-homogeneous.tob") + " --settings " + cfg);
+    EXPECT_EQ(r.status, 0);
+    const std::string text = tobel::test::read_bytes(cfg);
+    EXPECT_NE(text.find("slope2d-homogeneous.tob"), std::string::npos) << text;  // the recent file
+    EXPECT_NE(text.find("46888"), std::string::npos);                           // the first layer colour
+}
+
+TEST(cli, convert_imports_a_legacy_file)
+{
+    tobel::test::ScratchDir dir;
+    RunResult missing = tobel("convert " + dir.file("none.TOD") + " " + dir.file("out.TOB"), true);
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_NE(missing.out.find("Error # 53"), std::string::npos) << missing.out;
+}
+
+} // namespace
