@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <sys/wait.h>
 
@@ -64,16 +65,29 @@ TEST(cli, json_has_every_field)
     EXPECT_EQ(r.out.substr(r.out.size() - 2), "}\n");
 }
 
-TEST(cli, lateral_question_is_answered_by_yes_and_echoed)
+// A narrow ellipsoid off the middle of the 3-D example leaves an unbalance of
+// about 1.1 % of the weight: the program asks, and Yes balances it.
+TEST(cli, lateral_balance_question_is_answered_from_the_script)
 {
-    RunResult no = tobel("solve " + example("slope3d-layers-piezo-force.tob"));
-    RunResult yes = tobel("solve " + example("slope3d-layers-piezo-force.tob") + " --yes --printout");
-    // The example's unbalance is above 1 % of the weight only if the question shows; either way no crash.
-    if (no.out.find("DO YOU WISH TO BALANCE LATERAL FORCES ?") != std::string::npos) {
-        EXPECT_NE(no.out.find("-> No"), std::string::npos);
-        EXPECT_NE(yes.out.find("-> Yes"), std::string::npos);
-    }
-    EXPECT_EQ(yes.status, 0);
+    tobel::test::ScratchDir dir;
+    const std::string steps = "open " + example("slope3d-layers-piezo-force.tob") +
+                              "\nset search_x 40\nset aspect_in 0.5\nellipsoid\n";
+    tobel::test::write_bytes(dir.file("yes.txt"), steps + "answer yes\nsolve\nprint lateral_unbalance\nprint slide_weight\n");
+    tobel::test::write_bytes(dir.file("no.txt"), steps + "solve\nprint lateral_unbalance\nprint slide_weight\n");
+    RunResult yes = tobel("run " + dir.file("yes.txt"));
+    RunResult no = tobel("run " + dir.file("no.txt"));
+    EXPECT_NE(yes.out.find("[WARNING] UBF/WT = 0.01"), std::string::npos) << yes.out;
+    EXPECT_NE(yes.out.find("DO YOU WISH TO BALANCE LATERAL FORCES ? -> Yes"), std::string::npos);
+    EXPECT_NE(yes.out.find("== LATERAL EQUILIBRIUM ESTABLISHED"), std::string::npos);
+    EXPECT_NE(no.out.find("DO YOU WISH TO BALANCE LATERAL FORCES ? -> No"), std::string::npos) << no.out;
+    EXPECT_EQ(no.out.find("== LATERAL EQUILIBRIUM ESTABLISHED"), std::string::npos);
+    // Balanced: the unbalance ends within 0.1 % of the weight; unbalanced it stays above 1 %.
+    const auto value = [](const std::string& out, const std::string& name) {
+        const auto at = out.find(name + " = ");
+        return at == std::string::npos ? 1e9 : std::stod(out.substr(at + name.size() + 3));
+    };
+    EXPECT_LT(std::abs(value(yes.out, "lateral_unbalance")), 0.001 * value(yes.out, "slide_weight"));
+    EXPECT_GT(std::abs(value(no.out, "lateral_unbalance")), 0.01 * value(no.out, "slide_weight"));
 }
 
 TEST(cli, missing_file_is_bad_input)
