@@ -36,7 +36,7 @@ float& auto_form_block(AutoSearchForm& form, int which)
 void auto_form_enter_x(Project& p, AutoSearchForm& form, std::string_view text)
 {
     form.record.auto_x = float(val(text));
-    p.view_row = int16(cint(double((form.record.auto_x - p.x_min) / p.row_spacing)) + 1);
+    p.view_row = section_row_of(p, form.record.auto_x);
 }
 
 SearchFormNext continue_auto_search_form(Project& p, const AutoSearchForm& form, Port& port)

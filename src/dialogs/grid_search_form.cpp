@@ -51,7 +51,7 @@ float& grid_form_block(GridSearchForm& form, int which)
 void grid_form_enter_x(Project& p, GridSearchForm& form, std::string_view text)
 {
     form.record.grid_x = float(val(text));
-    p.view_row = int16(cint(double((form.record.grid_x - p.x_min) / p.row_spacing)) + 1);
+    p.view_row = section_row_of(p, form.record.grid_x);
 }
 
 SearchFormNext finish_search_form(Project& p, Port& port, bool grid)

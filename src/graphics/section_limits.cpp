@@ -1,5 +1,7 @@
 #include "graphics/section_limits.h"
 
+#include "project/numtext.h"
+
 #include <algorithm>
 
 namespace tobel {
@@ -63,6 +65,11 @@ WorldWindow longitudinal_section_window(const Project& p, float area_width, floa
     in.area_width = area_width;
     in.area_height = area_height;
     return fit_window(in);
+}
+
+int16 section_row_of(const Project& p, float x)
+{
+    return int16(cint(double((x - p.x_min) / p.row_spacing)) + 1);
 }
 
 } // namespace tobel

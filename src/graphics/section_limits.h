@@ -28,6 +28,10 @@ struct WorldWindow {
 // is centred.
 WorldWindow fit_window(const FitInputs& in);
 
+// The mesh row that a longitudinal section at x shows: the nearest row, ties
+// to even, counted from 1.
+int16 section_row_of(const Project& p, float x);
+
 // The elevations drawn: the lowest and highest of surfaces 1 to
 // sliding_index (sliding_index - 1 while no sliding surface is defined) over
 // the mesh, the low end raised to base_z.

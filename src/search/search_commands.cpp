@@ -43,7 +43,7 @@ static void prepare_search(Project& p, Port& port, int mode, float x, float aspe
     // 4. The section of the search, drawn without its sliding surface.
     p.ell_x = x;
     p.ell_aspect = aspect;
-    p.view_row = int16(cint(double((x - p.x_min) / p.row_spacing)) + 1);
+    p.view_row = section_row_of(p, x);
     s.running = -1;
 }
 
