@@ -102,6 +102,7 @@ bool CliPort::yield()
 {
     if (!interrupted) return false;
     interrupted = 0;
+    stopped = true;
     return true;
 }
 

@@ -24,6 +24,7 @@ public:
     bool show_printout = true;                      // print the solution printout window
     bool show_progress = false;
     int error_boxes = 0;  // critical boxes shown, i.e. failed commands
+    bool stopped = false; // Ctrl-C was taken as the Stop button
     std::vector<std::string> last_texts_caption;
 
     Answer message_box(const std::string& text, Buttons buttons, Icon icon, const std::string& title) override;

@@ -52,7 +52,7 @@ SearchOptions parse(const std::vector<std::string>& args)
     return o;
 }
 
-void print_json(const Project& p, bool with_trials, std::ostream& out)
+void print_json(const Project& p, bool stopped, bool with_trials, std::ostream& out)
 {
     const SearchState& s = p.search;
     const bool found = s.best.trial_number > 0;
@@ -66,7 +66,7 @@ void print_json(const Project& p, bool with_trials, std::ostream& out)
     else
         out << "null";
     out << ", \"trial_count\": " << s.trial_count << ", \"fos_min\": " << json_number(s.fos_min)
-        << ", \"fos_max\": " << json_number(s.fos_max) << ", \"stopped\": " << (s.search_abort ? "true" : "false");
+        << ", \"fos_max\": " << json_number(s.fos_max) << ", \"stopped\": " << (stopped ? "true" : "false");
     if (with_trials) {
         out << ", \"trials\": [";
         for (int n = 1; n <= s.summary_count; ++n) {
@@ -81,14 +81,14 @@ void print_json(const Project& p, bool with_trials, std::ostream& out)
     out << "}\n";
 }
 
-void print_text(const Project& p, bool with_trials, std::ostream& out)
+void print_text(const Project& p, bool stopped, bool with_trials, std::ostream& out)
 {
     const SearchState& s = p.search;
     out << (s.mode == 9 ? "Grid search" : "Auto search") << ", " << method_name(p.solution_method) << ": "
         << s.trial_count << " trials recorded";
     if (s.trial_count > 0)
         out << ", factor of safety from " << format(s.fos_min, "###0.000") << " to " << format(s.fos_max, "###0.000");
-    out << (s.search_abort ? " (stopped)" : "") << "\n";
+    out << (stopped ? " (stopped)" : "") << "\n";
     if (s.best.trial_number > 0)
         out << "Best surface: Ellipsoid #" << str(long(s.best.trial_number)) << "\n"
             << "  Factor of Safety: " << format(s.best.fos, "###0.000") << "\n"
@@ -149,9 +149,9 @@ int run_search(const std::vector<std::string>& args)
     install_interrupt_handler();
     if (!run_stored_search(p, port, o.trial, o.kind == 9, o.composite)) return 1;
     if (o.trial.json)
-        print_json(p, o.trials, std::cout);
+        print_json(p, port.stopped, o.trials, std::cout);
     else
-        print_text(p, o.trials, std::cout);
+        print_text(p, port.stopped, o.trials, std::cout);
     if (!o.summary.empty()) {
         try {
             save_search_summary(p, o.summary);

@@ -269,3 +269,32 @@ TEST(cli, convert_imports_a_legacy_file)
 }
 
 } // namespace
+
+namespace {
+
+// Ctrl-C stops a search as the Exit button does, and the best so far is printed.
+TEST(cli, interrupt_stops_a_search_and_prints_the_best_so_far)
+{
+    tobel::test::ScratchDir dir;
+    std::string text = tobel::test::read_bytes(example("slope3d-layers-piezo-force.tob"));
+    // A grid of 150 by 150 centres takes far longer than the second allowed.
+    const std::string stored = " 30            70            50            55            2             6             4 ";
+    const auto at = text.find(stored);
+    ASSERT_NE(at, std::string::npos);
+    text.replace(at, stored.size(), " 30 70 50 55 2 150 150 ");
+    tobel::test::write_bytes(dir.file("long.tob"), text);
+    const std::string cmd = "sh -c '" + std::string(TOBEL_CLI) + " search " + dir.file("long.tob") +
+                            " --grid --json > " + dir.file("out.json") +
+                            " 2>/dev/null & pid=$!; sleep 1; kill -INT $pid; wait $pid; echo $?'";
+    FILE* f = popen(cmd.c_str(), "r");
+    ASSERT_NE(f, nullptr);
+    char buf[64] = {};
+    const std::size_t n = fread(buf, 1, sizeof buf - 1, f);
+    pclose(f);
+    EXPECT_EQ(std::string(buf, n), "0\n");
+    const std::string json = tobel::test::read_bytes(dir.file("out.json"));
+    EXPECT_NE(json.find("\"stopped\": true"), std::string::npos) << json;
+    EXPECT_NE(json.find("\"best\": {\"fos\": "), std::string::npos) << json;
+}
+
+} // namespace
