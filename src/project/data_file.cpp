@@ -157,23 +157,23 @@ void write_data_file(Project& p, const std::string& path)
 }
 
 
-// Refuses a count that the tables cannot hold, naming it and where it was read.
-static void check_count(const InputReader& in, const char* what, long value, long low, long high)
-{
-    if (value < low || value > high)
-        throw RuntimeError(err_subscript, in.where() + ": " + what + " " + std::to_string(value) +
-                                              " exceeds the limits " + std::to_string(low) + ".." +
-                                              std::to_string(high));
-}
+static float single(InputReader& in) { return in.single(); }
+static int16 int16_item(InputReader& in) { return int16(in.integer16()); }
 
-// A number beyond the single range cannot be stored: Overflow, naming it.
-static float single(InputReader& in)
+void read_section_lines(InputReader& in, Project& p, int line_sets)
 {
-    return in.single();
-}
-static int16 int16_item(InputReader& in)
-{
-    return int16(in.integer16());
+    for (int s = 1; s <= p.num_sections; ++s) {
+        p.sections.x[std::size_t(s)] = single(in);
+        for (int k = 1; k <= line_sets; ++k) {
+            const int16 n_pts = int16_item(in);
+            in.check_count("section_npts", n_pts, 0, section_point_capacity);
+            p.sections.n(s, k) = n_pts;
+            for (int n = 1; n <= n_pts; ++n) {
+                p.sections.y(s, n, k) = single(in);
+                p.sections.z(s, n, k) = single(in);
+            }
+        }
+    }
 }
 
 void read_data_file(Project& p, const std::string& path, Port& port)
@@ -190,11 +190,11 @@ void read_data_file(Project& p, const std::string& path, Port& port)
     const int16 piezos = int16_item(in);
     const int16 discs = int16_item(in);
     // The stack and the material table have fixed room.
-    check_count(in, "num_layers", layers, 0, section_surface_capacity);
-    check_count(in, "num_piezos", piezos, 0, section_surface_capacity);
-    check_count(in, "num_discs", discs, 0, material_capacity);
-    check_count(in, "sliding_index", long(layers) + piezos + 1, 1, section_surface_capacity);
-    check_count(in, "num_mat_entries", long(layers) + discs, 0, material_capacity);
+    in.check_count("num_layers", layers, 0, section_surface_capacity);
+    in.check_count("num_piezos", piezos, 0, section_surface_capacity);
+    in.check_count("num_discs", discs, 0, material_capacity);
+    in.check_count("sliding_index", long(layers) + piezos + 1, 1, section_surface_capacity);
+    in.check_count("num_mat_entries", long(layers) + discs, 0, material_capacity);
     p.num_layers = layers;
     p.num_piezos = piezos;
     p.num_discs = discs;
@@ -206,11 +206,11 @@ void read_data_file(Project& p, const std::string& path, Port& port)
     p.x_max = single(in);
 
     const int16 cols = int16_item(in);
-    check_count(in, "num_cols", cols, 1, 3000);
+    in.check_count("num_cols", cols, 1, 3000);
     const int16 rows = int16_item(in);
-    check_count(in, "num_rows", rows, 1, 3000);
+    in.check_count("num_rows", rows, 1, 3000);
     const int16 sections = int16_item(in);
-    check_count(in, "num_sections", sections, 0, section_capacity);
+    in.check_count("num_sections", sections, 0, section_capacity);
     p.num_cols = cols;
     p.num_rows = rows;
     p.num_sections = sections;
@@ -250,18 +250,7 @@ void read_data_file(Project& p, const std::string& path, Port& port)
         p.surf_grd_file[k] = in.text_item();
     }
 
-    for (int s = 1; s <= p.num_sections; ++s) {
-        p.sections.x[std::size_t(s)] = single(in);
-        for (int k = 1; k <= p.sliding_index; ++k) {
-            const int16 n_pts = int16_item(in);
-            check_count(in, "section_npts", n_pts, 0, section_point_capacity);
-            p.sections.n(s, k) = n_pts;
-            for (int n = 1; n <= n_pts; ++n) {
-                p.sections.y(s, n, k) = single(in);
-                p.sections.z(s, n, k) = single(in);
-            }
-        }
-    }
+    read_section_lines(in, p, p.sliding_index);
 
     p.base_z = single(in);
 
@@ -288,7 +277,7 @@ void read_data_file(Project& p, const std::string& path, Port& port)
     p.auto_tan_spacing = single(in);
 
     const int16 wedges = int16_item(in);
-    check_count(in, "num_wedges", wedges, 0, wedge_capacity);
+    in.check_count("num_wedges", wedges, 0, wedge_capacity);
     p.num_wedges = wedges;
     for (int w = 1; w <= p.num_wedges; ++w) {
         p.wedge_x[w] = single(in);
@@ -300,7 +289,7 @@ void read_data_file(Project& p, const std::string& path, Port& port)
     }
 
     const int16 forces = int16_item(in);
-    check_count(in, "num_forces", forces, 0, force_capacity);
+    in.check_count("num_forces", forces, 0, force_capacity);
     p.num_forces = forces;
     for (int f = 1; f <= p.num_forces; ++f) {
         p.force_h[f] = single(in);

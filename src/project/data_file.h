@@ -37,4 +37,9 @@ void write_data_file(Project& p, const std::string& path);
 // table is touched.
 void read_data_file(Project& p, const std::string& path, Port& port);
 
+class InputReader;
+// The section table as the data files hold it: per section its X, then for
+// each of `line_sets` surfaces the point count and the points.
+void read_section_lines(InputReader& in, Project& p, int line_sets);
+
 } // namespace tobel

@@ -42,6 +42,10 @@ class InputReader {
 
     // "<name>, line N" for the line on which the last item or line started.
     std::string where() const;
+
+    // Refuses a count that the tables cannot hold, naming it, its value and
+    // where it was read (RuntimeError err_subscript).
+    void check_count(const char* what, long value, long low, long high) const;
     int item_line() const { return item_line_; }
     const std::string& name() const { return name_; }
 

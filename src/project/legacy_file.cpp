@@ -1,5 +1,7 @@
 #include "project/legacy_file.h"
 
+#include "project/data_file.h"
+
 #include <algorithm>
 
 #include "geometry/interpolation.h"
@@ -10,18 +12,7 @@
 
 namespace tobel {
 
-static void check_count(const InputReader& in, const char* what, long value, long low, long high)
-{
-    if (value < low || value > high)
-        throw RuntimeError(err_subscript, in.where() + ": " + what + " " + std::to_string(value) +
-                                              " exceeds the limits " + std::to_string(low) + ".." +
-                                              std::to_string(high));
-}
-
-static float single(InputReader& in)
-{
-    return float(in.number());
-}
+static float single(InputReader& in) { return in.single(); }
 
 static int16 int16_item(InputReader& in)
 {
@@ -58,13 +49,13 @@ void read_legacy_file(Project& p, const std::string& path, Port& port)
     const int16 layers = int16_item(in);
     const int16 piezos = int16_item(in);
     const int16 discs = int16_item(in);
-    check_count(in, "num_layers", layers, 0, section_surface_capacity);
-    check_count(in, "num_piezos", piezos, 0, section_surface_capacity);
-    check_count(in, "num_discs", discs, 0, material_capacity);
+    in.check_count("num_layers", layers, 0, section_surface_capacity);
+    in.check_count("num_piezos", piezos, 0, section_surface_capacity);
+    in.check_count("num_discs", discs, 0, material_capacity);
     // The extra line set sits one above the sliding surface.
-    check_count(in, "sliding_index", long(layers) + piezos + 1 + (extra_lines ? 1 : 0), 1,
+    in.check_count("sliding_index", long(layers) + piezos + 1 + (extra_lines ? 1 : 0), 1,
                 section_surface_capacity);
-    check_count(in, "num_mat_entries", long(layers) + discs, 0, material_capacity);
+    in.check_count("num_mat_entries", long(layers) + discs, 0, material_capacity);
     p.num_layers = layers;
     p.num_piezos = piezos;
     p.num_discs = discs;
@@ -79,11 +70,11 @@ void read_legacy_file(Project& p, const std::string& path, Port& port)
 
     // 6.
     const int16 cols = int16_item(in);
-    check_count(in, "num_cols", cols, 1, 3000);
+    in.check_count("num_cols", cols, 1, 3000);
     const int16 rows = int16_item(in);
-    check_count(in, "num_rows", rows, 1, 3000);
+    in.check_count("num_rows", rows, 1, 3000);
     const int16 sections = int16_item(in);
-    check_count(in, "num_sections", sections, 0, section_capacity);
+    in.check_count("num_sections", sections, 0, section_capacity);
     p.num_cols = cols;
     p.num_rows = rows;
     p.num_sections = sections;
@@ -114,18 +105,7 @@ void read_legacy_file(Project& p, const std::string& path, Port& port)
 
     // 9.
     const int line_sets = p.sliding_index + (extra_lines ? 1 : 0);
-    for (int s = 1; s <= p.num_sections; ++s) {
-        p.sections.x[std::size_t(s)] = single(in);
-        for (int k = 1; k <= line_sets; ++k) {
-            const int16 n_pts = int16_item(in);
-            check_count(in, "section_npts", n_pts, 0, section_point_capacity);
-            p.sections.n(s, k) = n_pts;
-            for (int n = 1; n <= n_pts; ++n) {
-                p.sections.y(s, n, k) = single(in);
-                p.sections.z(s, n, k) = single(in);
-            }
-        }
-    }
+    read_section_lines(in, p, line_sets);
 
     // 10.
     p.crack_y = single(in);
@@ -138,7 +118,7 @@ void read_legacy_file(Project& p, const std::string& path, Port& port)
     // 11.
     p.eq_coef = single(in);
     const int16 forces = int16_item(in);
-    check_count(in, "num_forces", forces, 0, force_capacity);
+    in.check_count("num_forces", forces, 0, force_capacity);
     p.num_forces = forces;
     in.line();
     in.line();
@@ -153,7 +133,7 @@ void read_legacy_file(Project& p, const std::string& path, Port& port)
     // 12.
     drop(in, 1);
     const int16 wedges = int16_item(in);
-    check_count(in, "num_wedges", wedges, 0, wedge_capacity);
+    in.check_count("num_wedges", wedges, 0, wedge_capacity);
     const long records = in.integer16();
     p.num_wedges = wedges;
     for (int w = 1; w <= p.num_wedges; ++w) {
