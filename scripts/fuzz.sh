@@ -9,7 +9,9 @@
 # all). Corpora grow in build/fuzz/corpus/TARGET, seeded from fuzz/corpus/TARGET
 # (and the shipped examples for the data file targets); crashes are saved in
 # build/fuzz/artifacts/TARGET/. With --smoke a missing clang or libFuzzer only
-# skips the run, with a note.
+# skips the run, with a note. TOBEL_FUZZ_BUILD names another build folder and
+# TOBEL_FUZZ_FLAGS adds libFuzzer flags (e.g. "-fork=1 -ignore_crashes=1" to go
+# on after a crash).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -66,7 +68,7 @@ for t in "${targets[@]}"; do
     echo "== fuzz_$t for ${seconds}s"
     # A mesh at the limit of 3000 by 3000 with many surfaces needs some 3 GB.
     if ! "$build/fuzz/fuzz_$t" -max_total_time="$seconds" -timeout=120 -rss_limit_mb=6144 \
-        -print_final_stats=1 -artifact_prefix="$artifacts/" "$corpus" "${seeds[@]}" \
+        -print_final_stats=1 -artifact_prefix="$artifacts/" ${TOBEL_FUZZ_FLAGS:-} "$corpus" "${seeds[@]}" \
         >"$build/fuzz_$t.log" 2>&1; then
         echo "fuzz_$t FAILED: see $build/fuzz_$t.log and $artifacts/" >&2
         tail -40 "$build/fuzz_$t.log" >&2

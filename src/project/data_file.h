@@ -34,7 +34,9 @@ void write_data_file(Project& p, const std::string& path);
 // the grid files of surfaces of method 1 and shows the project menus. Throws
 // RuntimeError on a short or malformed file, leaving the project as far as the
 // reading got; counts beyond the tables are refused (err_subscript) before any
-// table is touched.
+// table is touched, and a number beyond the single range or a count beyond 16
+// bits is an overflow (err_overflow); each names the file, the line and the
+// value.
 void read_data_file(Project& p, const std::string& path, Port& port);
 
 class InputReader;

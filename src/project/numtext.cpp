@@ -1,5 +1,7 @@
 #include "project/numtext.h"
 
+#include "project/runtime_error.h"
+
 #include <cmath>
 #include <cstdio>
 #include <cctype>
@@ -8,12 +10,21 @@
 
 namespace tobel {
 
-long cint(double x)
+// A value that has no integer (not a number, or beyond the integers the
+// runtime holds) is its Overflow error, never an undefined conversion.
+static long checked_integer(double rounded)
 {
-    return long(std::nearbyint(x));  // default rounding mode: ties to even
+    if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0))
+        throw RuntimeError(err_overflow, "the value " + general_text_double(rounded) + " has no integer");
+    return long(rounded);
 }
 
-long vb_int(double x) { return long(std::floor(x)); }
+long cint(double x)
+{
+    return checked_integer(std::nearbyint(x));  // default rounding mode: ties to even
+}
+
+long vb_int(double x) { return checked_integer(std::floor(x)); }
 
 // %G gives the exponent rule wanted (exponent form below 1E-04 and from
 // 1E+precision on) and drops trailing zeros; only the zero before the point

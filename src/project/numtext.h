@@ -8,10 +8,11 @@
 
 namespace tobel {
 
-// Nearest integer, ties to the even one (CInt).
+// Nearest integer, ties to the even one (CInt). Not a number, or a value
+// beyond the 32-bit integers, throws RuntimeError(err_overflow).
 long cint(double x);
 
-// Floor (Int).
+// Floor (Int), with the same Overflow.
 long vb_int(double x);
 
 // General text of a single: the shortest form of up to 7 significant digits,

@@ -6,6 +6,7 @@
 #include "dialogs/general_surface_form.h"
 #include "dialogs/grid_search_form.h"
 #include "dialogs/wedge_form.h"
+#include "project/runtime_error.h"
 #include "solver/checks.h"
 
 namespace tobel {
@@ -37,7 +38,23 @@ static int16 form_mode_of(SurfaceCommand which)
     }
 }
 
+static bool confirm_surface_forms(Project& p, Port& port, SurfaceCommand which);
+static bool confirm_search_forms(Project& p, Port& port, bool grid, bool composite);
+
+// A run-time error of the construction (a crack row that has no number, say)
+// is shown as the file commands show theirs; no surface is defined then.
 bool confirm_surface(Project& p, Port& port, SurfaceCommand which)
+{
+    try {
+        return confirm_surface_forms(p, port, which);
+    } catch (const RuntimeError& e) {
+        port.message_box(error_report_text(e), Buttons::ok, Icon::critical, "TOBEL-3");
+        p.surface_defined = 0;
+        return false;
+    }
+}
+
+static bool confirm_surface_forms(Project& p, Port& port, SurfaceCommand which)
 {
     // Surface commands start from clear water and force columns.
     reset_forces(p);
@@ -58,6 +75,17 @@ bool confirm_surface(Project& p, Port& port, SurfaceCommand which)
 }
 
 bool confirm_search_setup(Project& p, Port& port, bool grid, bool composite)
+{
+    try {
+        return confirm_search_forms(p, port, grid, composite);
+    } catch (const RuntimeError& e) {
+        port.message_box(error_report_text(e), Buttons::ok, Icon::critical, "TOBEL-3");
+        p.surface_defined = 0;
+        return false;
+    }
+}
+
+static bool confirm_search_forms(Project& p, Port& port, bool grid, bool composite)
 {
     reset_forces(p);
     p.keep_window = 0;

@@ -1,8 +1,20 @@
 #include "solver/external_forces.h"
 
+#include <cmath>
+
 #include "project/numtext.h"
 
 namespace tobel {
+
+// The mesh index nearest to an offset from the first node; 0 when the offset
+// is nowhere near the mesh or the spacing gives no number at all.
+static long nearest_node(double offset, float spacing)
+{
+    const double k = offset / double(spacing);
+    if (!(std::abs(k) < 1e6))
+        return 0;
+    return cint(k) + 1;
+}
 
 void place_external_forces(Project& p)
 {
@@ -10,8 +22,8 @@ void place_external_forces(Project& p)
     for (int f = 1; f <= p.num_forces; ++f) {
         p.force_v_ignored[f] = 0;
         p.force_h_ignored[f] = 0;
-        const long r = cint((double(p.force_x[f]) - double(p.x_min)) / double(p.row_spacing)) + 1;
-        const long c = cint((double(p.force_y[f]) - double(p.y_min)) / double(p.col_spacing)) + 1;
+        const long r = nearest_node(double(p.force_x[f]) - double(p.x_min), p.row_spacing);
+        const long c = nearest_node(double(p.force_y[f]) - double(p.y_min), p.col_spacing);
         if (r < 1 || r > p.num_rows || c < 1 || c > p.num_cols) {
             p.force_v_ignored[f] = 1;
             p.force_h_ignored[f] = 1;

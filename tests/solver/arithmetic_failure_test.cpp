@@ -175,6 +175,30 @@ TEST_P(ArithmeticFailure, failure_in_a_later_row_names_that_row)
     expect_all_finite(*p);
 }
 
+TEST_P(ArithmeticFailure, force_far_off_the_mesh_or_on_a_mesh_of_no_spacing_is_ignored)
+{
+    auto p = trough(GetParam());
+    p->num_forces = 2;
+    p->force_x[1] = 3e38f; // beyond any index
+    p->force_y[1] = 2;
+    p->force_v[1] = 100;
+    p->force_x[2] = 1;
+    p->force_y[2] = 2;
+    p->force_v[2] = 100;
+    p->col_spacing = 0; // no column index at all: 0 / 0
+    solve(*p);
+    if (GetParam() == 4) {
+        // The half sine has no span on such a mesh: the solution stops before the forces.
+        EXPECT_EQ(p->factor_of_safety, 0.0f);
+    } else {
+        for (int f = 1; f <= 2; ++f) {
+            EXPECT_EQ(p->force_v_ignored[f], 1) << f;
+            EXPECT_EQ(p->force_h_ignored[f], 1) << f;
+        }
+    }
+    expect_all_finite(*p);
+}
+
 INSTANTIATE_TEST_SUITE_P(methods, ArithmeticFailure, ::testing::Values(1, 2, 3, 4));
 
 TEST(non_finite_results, are_cleared_and_the_first_column_is_named)
