@@ -65,7 +65,15 @@ for t in "${targets[@]}"; do
     mkdir -p "$corpus" "$artifacts"
     seeds=("$(pwd)/fuzz/corpus/$t")
     case $t in data_file | solve) seeds+=("$(pwd)/examples") ;; esac
-    echo "== fuzz_$t for ${seconds}s"
+    # Inputs that once failed are replayed first: they must stay fixed.
+    mapfile -t repro < <(find "$(pwd)/fuzz/reproducers" -type f -name "$t-*" 2>/dev/null | sort)
+    if ((${#repro[@]})) && ! "$build/fuzz/fuzz_$t" "${repro[@]}" >"$build/fuzz_${t}_replay.log" 2>&1; then
+        echo "fuzz_$t FAILED on a saved reproducer: see $build/fuzz_${t}_replay.log" >&2
+        tail -40 "$build/fuzz_${t}_replay.log" >&2
+        status=1
+        continue
+    fi
+    echo "== fuzz_$t for ${seconds}s (${#repro[@]} reproducers replayed)"
     # A mesh at the limit of 3000 by 3000 with many surfaces needs some 3 GB.
     if ! "$build/fuzz/fuzz_$t" -max_total_time="$seconds" -timeout=120 -rss_limit_mb=6144 \
         -print_final_stats=1 -artifact_prefix="$artifacts/" ${TOBEL_FUZZ_FLAGS:-} "$corpus" "${seeds[@]}" \
