@@ -25,7 +25,7 @@ void finish_project(Project& p, Port& port);
 
 // Shared by the subcommands.
 std::string json_string(const std::string& s);
-int method_number(const std::string& name);  // 0 when unknown
+int method_number(const std::string& name); // 0 when unknown
 const char* method_name(int method);
 void print_project(const Project& p, std::ostream& out);
 

@@ -9,7 +9,10 @@ namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
 
-extern "C" void on_interrupt(int) { interrupted = 1; }
+extern "C" void on_interrupt(int)
+{
+    interrupted = 1;
+}
 
 const char* answer_name(Answer a)
 {
@@ -27,21 +30,25 @@ Answer offered(Answer wanted, Buttons b)
 {
     switch (b) {
     case Buttons::ok: return Answer::ok;
-    case Buttons::ok_cancel: return wanted == Answer::yes || wanted == Answer::ok ? Answer::ok : Answer::cancel;
+    case Buttons::ok_cancel:
+        return wanted == Answer::yes || wanted == Answer::ok ? Answer::ok : Answer::cancel;
     case Buttons::yes_no: return wanted == Answer::yes || wanted == Answer::ok ? Answer::yes : Answer::no;
-    case Buttons::yes_no_cancel:
-        return wanted == Answer::ok ? Answer::yes : wanted;
+    case Buttons::yes_no_cancel: return wanted == Answer::ok ? Answer::yes : wanted;
     }
     return Answer::ok;
 }
 
 } // namespace
 
-void install_interrupt_handler() { std::signal(SIGINT, on_interrupt); }
+void install_interrupt_handler()
+{
+    std::signal(SIGINT, on_interrupt);
+}
 
 Answer CliPort::message_box(const std::string& text, Buttons buttons, Icon icon, const std::string& title)
 {
-    if (icon == Icon::critical) ++error_boxes;
+    if (icon == Icon::critical)
+        ++error_boxes;
     Answer a = Answer::ok;
     if (buttons != Buttons::ok) {
         Answer wanted = policy;
@@ -53,9 +60,11 @@ Answer CliPort::message_box(const std::string& text, Buttons buttons, Icon icon,
     }
     std::string shown = text;
     for (auto& c : shown)
-        if (c == '\n' || c == '\r') c = ' ';
+        if (c == '\n' || c == '\r')
+            c = ' ';
     out_ << (title.empty() ? "" : "[" + title + "] ") << shown;
-    if (buttons != Buttons::ok) out_ << " -> " << answer_name(a);
+    if (buttons != Buttons::ok)
+        out_ << " -> " << answer_name(a);
     out_ << "\n";
     return a;
 }
@@ -95,12 +104,14 @@ std::optional<std::string> CliPort::save_file_dialog(const std::string& filter, 
 
 void CliPort::progress(const std::string& line)
 {
-    if (show_progress) out_ << line << "\n";
+    if (show_progress)
+        out_ << line << "\n";
 }
 
 bool CliPort::yield()
 {
-    if (!interrupted) return false;
+    if (!interrupted)
+        return false;
     interrupted = 0;
     stopped = true;
     return true;
@@ -109,10 +120,13 @@ bool CliPort::yield()
 void CliPort::show_text(const std::string& caption, const std::vector<std::string>& lines)
 {
     last_texts_caption.push_back(caption);
-    const bool printout = caption == "LATERAL EQUILIBRIUM ESTABLISHED" || caption == "SOLUTION ACCEPTABILITY INDICES";
-    if (!show_windows || (printout && !show_printout)) return;
+    const bool printout =
+        caption == "LATERAL EQUILIBRIUM ESTABLISHED" || caption == "SOLUTION ACCEPTABILITY INDICES";
+    if (!show_windows || (printout && !show_printout))
+        return;
     out_ << "== " << caption << "\n";
-    for (const auto& l : lines) out_ << l << "\n";
+    for (const auto& l : lines)
+        out_ << l << "\n";
 }
 
 void CliPort::show_view(int, const std::string&) {}

@@ -13,24 +13,26 @@
 namespace tobel::cli {
 
 class CliPort : public Port {
-public:
+  public:
     explicit CliPort(std::ostream& out) : out_(out) {}
 
-    Answer policy = Answer::no;                     // answer to questions when no queued one
-    std::deque<Answer> answers;                     // queued answers (scripts)
-    std::deque<std::optional<std::string>> files;   // queued file dialog answers
-    std::deque<std::optional<std::string>> inputs;  // queued input box answers
-    bool show_windows = true;                       // print text windows
-    bool show_printout = true;                      // print the solution printout window
+    Answer policy = Answer::no;                    // answer to questions when no queued one
+    std::deque<Answer> answers;                    // queued answers (scripts)
+    std::deque<std::optional<std::string>> files;  // queued file dialog answers
+    std::deque<std::optional<std::string>> inputs; // queued input box answers
+    bool show_windows = true;                      // print text windows
+    bool show_printout = true;                     // print the solution printout window
     bool show_progress = false;
     int error_boxes = 0;  // critical boxes shown, i.e. failed commands
     bool stopped = false; // Ctrl-C was taken as the Stop button
     std::vector<std::string> last_texts_caption;
 
-    Answer message_box(const std::string& text, Buttons buttons, Icon icon, const std::string& title) override;
+    Answer message_box(const std::string& text, Buttons buttons, Icon icon,
+                       const std::string& title) override;
     std::optional<std::string> input_box(const std::string& prompt, const std::string& title,
                                          const std::string& initial) override;
-    std::optional<std::string> open_file_dialog(const std::string& filter, const std::string& initial) override;
+    std::optional<std::string> open_file_dialog(const std::string& filter,
+                                                const std::string& initial) override;
     std::optional<std::string> save_file_dialog(const std::string& filter, const std::string& initial,
                                                 bool overwrite_prompt) override;
     void progress(const std::string& line) override;
@@ -40,7 +42,7 @@ public:
     void show_text(const std::string& caption, const std::vector<std::string>& lines) override;
     void show_view(int view_mode, const std::string& caption) override;
 
-private:
+  private:
     std::optional<std::string> next_file(const std::string& what, const std::string& filter);
     std::ostream& out_;
 };

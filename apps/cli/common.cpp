@@ -4,15 +4,18 @@
 #include "cli.h"
 #include "project/commands.h"
 #include "project/menu_model.h"
+#include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "project/settings.h"
-#include "project/numtext.h"
 
 namespace tobel::cli {
 
 static std::string settings_file;
 
-void set_settings_path(const std::string& path) { settings_file = path; }
+void set_settings_path(const std::string& path)
+{
+    settings_file = path;
+}
 
 void start_project(Project& p)
 {
@@ -22,7 +25,8 @@ void start_project(Project& p)
 
 void finish_project(Project& p, Port& port)
 {
-    if (p.settings_path.empty()) return;
+    if (p.settings_path.empty())
+        return;
     try {
         write_settings(p, p.settings_path);
     } catch (const RuntimeError& e) {
@@ -56,10 +60,14 @@ std::string json_string(const std::string& s)
 
 int method_number(const std::string& name)
 {
-    if (name == "bishop") return 1;
-    if (name == "janbu") return 2;
-    if (name == "spencer") return 3;
-    if (name == "morgenstern-price") return 4;
+    if (name == "bishop")
+        return 1;
+    if (name == "janbu")
+        return 2;
+    if (name == "spencer")
+        return 3;
+    if (name == "morgenstern-price")
+        return 4;
     return 0;
 }
 
@@ -109,26 +117,33 @@ void print_project(const Project& p, std::ostream& out)
     out << "Surfaces: " << p.num_layers << " layers, " << p.num_piezos << " piezometric, " << p.num_discs
         << " discontinuities\n";
     for (int k = 1; k <= p.sliding_index; ++k) {
-        out << "  " << k << " " << surface_item_caption(p, k) << ": " << surface_method_name(p.surf_method[k]);
-        if (p.surf_method[k] == 1) out << " " << p.surf_grd_file[k];
-        if (p.surf_method[k] == 2) out << ", depth " << general_text(p.surf_depth[k]);
+        out << "  " << k << " " << surface_item_caption(p, k) << ": "
+            << surface_method_name(p.surf_method[k]);
+        if (p.surf_method[k] == 1)
+            out << " " << p.surf_grd_file[k];
+        if (p.surf_method[k] == 2)
+            out << ", depth " << general_text(p.surf_depth[k]);
         out << "\n";
     }
     out << "Materials:\n";
     for (int m = 1; m <= p.num_mat_entries; ++m) {
         out << "  " << m << " " << p.mat_name[m] << " (" << material_type_name(p.mat_type[m])
             << (m > p.num_layers ? ", discontinuity " + std::to_string(m - p.num_layers) : "")
-            << "): unit weight " << general_text(p.mat_unit_weight[m]) << ", c " << general_text(p.mat_cohesion[m])
-            << ", phi " << general_text(p.mat_phi[m]);
+            << "): unit weight " << general_text(p.mat_unit_weight[m]) << ", c "
+            << general_text(p.mat_cohesion[m]) << ", phi " << general_text(p.mat_phi[m]);
         if (p.mat_type[m] == 2)
             out << ", c vertical " << general_text(p.mat_cohesion_v[m]) << ", phi vertical "
                 << general_text(p.mat_phi_v[m]);
         if (p.mat_type[m] == 3)
             out << ", A " << general_text(p.mat_coef_a[m]) << ", B " << general_text(p.mat_coef_b[m])
-                << ", uniaxial " << general_text(p.mat_uniaxial[m]) << ", D " << general_text(p.mat_coef_d[m]);
-        if (p.mat_piezo[m] < 0) out << ", piezo surface " << general_text(-p.mat_piezo[m]);
-        if (p.mat_piezo[m] > 0) out << ", Ru " << general_text(p.mat_piezo[m]);
-        if (p.mat_bbar[m] != 0) out << ", B-bar " << general_text(p.mat_bbar[m]);
+                << ", uniaxial " << general_text(p.mat_uniaxial[m]) << ", D "
+                << general_text(p.mat_coef_d[m]);
+        if (p.mat_piezo[m] < 0)
+            out << ", piezo surface " << general_text(-p.mat_piezo[m]);
+        if (p.mat_piezo[m] > 0)
+            out << ", Ru " << general_text(p.mat_piezo[m]);
+        if (p.mat_bbar[m] != 0)
+            out << ", B-bar " << general_text(p.mat_bbar[m]);
         out << "\n";
     }
     out << "Sections: " << p.num_sections << "\n";
@@ -136,11 +151,12 @@ void print_project(const Project& p, std::ostream& out)
         out << "  section " << s << " at X = " << general_text(p.sections.x[std::size_t(s)]) << "\n";
         for (int k = 1; k <= p.sliding_index; ++k) {
             const int n = p.sections.n(s, k);
-            if (n == 0) continue;
+            if (n == 0)
+                continue;
             out << "    " << surface_item_caption(p, k) << ":";
             for (int i = 1; i <= n; ++i)
-                out << " (" << general_text(p.sections.y(s, i, k)) << ", " << general_text(p.sections.z(s, i, k))
-                    << ")";
+                out << " (" << general_text(p.sections.y(s, i, k)) << ", "
+                    << general_text(p.sections.z(s, i, k)) << ")";
             out << "\n";
         }
     }
@@ -151,17 +167,19 @@ void print_project(const Project& p, std::ostream& out)
             << general_text(p.force_z[f]) << ")\n";
     out << "Wedge planes: " << p.num_wedges << "\n";
     for (int w = 1; w <= p.num_wedges; ++w)
-        out << "  " << w << ": point (" << general_text(p.wedge_x[w]) << ", " << general_text(p.wedge_y[w]) << ", "
-            << general_text(p.wedge_z[w]) << "), dip " << general_text(p.wedge_dip[w]) << ", dip direction "
-            << general_text(p.wedge_dipdir[w]) << ", code " << general_text(p.wedge_code[w]) << "\n";
+        out << "  " << w << ": point (" << general_text(p.wedge_x[w]) << ", " << general_text(p.wedge_y[w])
+            << ", " << general_text(p.wedge_z[w]) << "), dip " << general_text(p.wedge_dip[w])
+            << ", dip direction " << general_text(p.wedge_dipdir[w]) << ", code "
+            << general_text(p.wedge_code[w]) << "\n";
     out << "Tension crack: ";
     if (p.crack_mode == 0)
         out << "none\n";
     else
-        out << (p.crack_mode == 1 ? "at Y = " + general_text(p.crack_y) : "depth " + general_text(p.crack_depth))
+        out << (p.crack_mode == 1 ? "at Y = " + general_text(p.crack_y)
+                                  : "depth " + general_text(p.crack_depth))
             << ", " << general_text(p.crack_water_pct) << " % filled with water\n";
-    out << "Single ellipsoid: centre (" << general_text(p.search_x) << ", " << general_text(p.single_y) << ", "
-        << general_text(p.single_z) << "), tangent plane " << general_text(p.tangent_z) << ", aspect "
+    out << "Single ellipsoid: centre (" << general_text(p.search_x) << ", " << general_text(p.single_y)
+        << ", " << general_text(p.single_z) << "), tangent plane " << general_text(p.tangent_z) << ", aspect "
         << general_text(p.aspect_in) << "\n";
 }
 

@@ -19,7 +19,8 @@ int run_convert(const std::vector<std::string>& args)
     port.show_windows = false;
     port.files = {args[0]};
     file_open_legacy(p, port);
-    if (port.error_boxes) return 1;
+    if (port.error_boxes)
+        return 1;
     if (p.data_file_path != args[0]) {
         std::cerr << "tobel convert: " << args[0] << " was not read\n";
         return 1;

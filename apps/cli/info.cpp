@@ -17,7 +17,8 @@ int run_info(const std::vector<std::string>& args)
     Project p;
     start_project(p);
     CliPort port(std::cerr);
-    if (!open_data_file(p, port, args[0])) return 1;
+    if (!open_data_file(p, port, args[0]))
+        return 1;
     print_project(p, std::cout);
     finish_project(p, port);
     return 0;

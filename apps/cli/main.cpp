@@ -37,7 +37,8 @@ int main(int argc, char** argv)
     args.erase(args.begin());
     // --settings PATH belongs to every command.
     for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] != "--settings") continue;
+        if (args[i] != "--settings")
+            continue;
         if (i + 1 >= args.size()) {
             std::cerr << "tobel: --settings needs a file\n";
             return 1;
@@ -47,13 +48,20 @@ int main(int argc, char** argv)
         break;
     }
     try {
-        if (command == "info") return tobel::cli::run_info(args);
-        if (command == "solve") return tobel::cli::run_solve(args);
-        if (command == "run") return tobel::cli::run_script(args);
-        if (command == "export") return tobel::cli::run_export(args);
-        if (command == "search") return tobel::cli::run_search(args);
-        if (command == "report") return tobel::cli::run_report(args);
-        if (command == "convert") return tobel::cli::run_convert(args);
+        if (command == "info")
+            return tobel::cli::run_info(args);
+        if (command == "solve")
+            return tobel::cli::run_solve(args);
+        if (command == "run")
+            return tobel::cli::run_script(args);
+        if (command == "export")
+            return tobel::cli::run_export(args);
+        if (command == "search")
+            return tobel::cli::run_search(args);
+        if (command == "report")
+            return tobel::cli::run_report(args);
+        if (command == "convert")
+            return tobel::cli::run_convert(args);
     } catch (const std::exception& e) {
         std::cerr << "tobel: " << e.what() << "\n";
         return 1;

@@ -18,12 +18,13 @@ bool run_stored_search(Project& p, CliPort& port, const TrialOptions& trial, boo
 int run_report(const std::vector<std::string>& args)
 {
     TrialOptions trial;
-    int search = 0;  // 9 grid, 10 auto
+    int search = 0; // 9 grid, 10 auto
     bool composite = false;
     std::string out;
     try {
         for (std::size_t i = 0; i < args.size(); ++i) {
-            if (take_trial_option(args, i, trial)) continue;
+            if (take_trial_option(args, i, trial))
+                continue;
             if (args[i] == "--grid" || args[i] == "--auto") {
                 search = args[i] == "--grid" ? 9 : 10;
             } else if (args[i] == "--composite") {
@@ -34,8 +35,10 @@ int run_report(const std::vector<std::string>& args)
                 throw std::runtime_error("unknown option '" + args[i] + "'");
             }
         }
-        if (out.empty()) throw std::runtime_error("--out OUT.txt is required");
-        if (composite && search == 0) throw std::runtime_error("--composite goes with --grid or --auto");
+        if (out.empty())
+            throw std::runtime_error("--out OUT.txt is required");
+        if (composite && search == 0)
+            throw std::runtime_error("--composite goes with --grid or --auto");
         check_trial_options(trial);
     } catch (const std::exception& e) {
         std::cerr << "tobel report: " << e.what() << "\n";
@@ -51,7 +54,8 @@ int run_report(const std::vector<std::string>& args)
     ReportContext context;
     context.date = report_date_text();
     if (search != 0) {
-        if (!run_stored_search(p, port, trial, search == 9, composite)) return 1;
+        if (!run_stored_search(p, port, trial, search == 9, composite))
+            return 1;
         if (!solve_final_surface(p, port)) {
             std::cerr << "tobel report: the search found no surface; the report holds the input only\n";
         } else {
@@ -59,14 +63,17 @@ int run_report(const std::vector<std::string>& args)
             context.solve = search == 9 ? ReportSolve::grid_search : ReportSolve::auto_search;
         }
     } else {
-        if (!prepare_trial(p, port, trial)) return 1;
-        if (!solve_single_trial(p, port)) return 1;
+        if (!prepare_trial(p, port, trial))
+            return 1;
+        if (!solve_single_trial(p, port))
+            return 1;
         context.solution_window = true;
     }
     port.files = {out};
     const int errors = port.error_boxes;
     file_save_report(p, port, context);
-    if (port.error_boxes != errors) return 1;
+    if (port.error_boxes != errors)
+        return 1;
     finish_project(p, port);
     return context.solution_window && p.factor_of_safety == 0 ? 2 : 0;
 }

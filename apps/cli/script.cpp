@@ -54,21 +54,22 @@ std::map<std::string, std::function<std::string(const Project&)>> readable_field
 
 std::map<std::string, float Project::*> writable_fields()
 {
-    return {{"eq_coef", &Project::eq_coef},
-            {"rotation_angle", &Project::rotation_angle},
-            {"search_x", &Project::search_x},
-            {"single_y", &Project::single_y},
-            {"single_z", &Project::single_z},
-            {"tangent_z", &Project::tangent_z},
+    return {{"eq_coef", &Project::eq_coef},    {"rotation_angle", &Project::rotation_angle},
+            {"search_x", &Project::search_x},  {"single_y", &Project::single_y},
+            {"single_z", &Project::single_z},  {"tangent_z", &Project::tangent_z},
             {"aspect_in", &Project::aspect_in}};
 }
 
 std::optional<Answer> parse_answer(const std::string& w)
 {
-    if (w == "yes") return Answer::yes;
-    if (w == "no") return Answer::no;
-    if (w == "ok") return Answer::ok;
-    if (w == "cancel") return Answer::cancel;
+    if (w == "yes")
+        return Answer::yes;
+    if (w == "no")
+        return Answer::no;
+    if (w == "ok")
+        return Answer::ok;
+    if (w == "cancel")
+        return Answer::cancel;
     return std::nullopt;
 }
 
@@ -108,16 +109,19 @@ int run_script(const std::vector<std::string>& args)
     };
     while (std::getline(script, line)) {
         ++line_no;
-        if (!line.empty() && line.back() == '\r') line.pop_back();
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
         std::istringstream in(line);
         std::string cmd;
-        if (!(in >> cmd) || cmd[0] == '#') continue;
+        if (!(in >> cmd) || cmd[0] == '#')
+            continue;
         std::cout << "> " << line << "\n";
         if (cmd == "answer") {
             std::string w;
             in >> w;
             auto a = parse_answer(w);
-            if (!a) return fail("answer must be yes, no, ok or cancel");
+            if (!a)
+                return fail("answer must be yes, no, ok or cancel");
             port.answers.push_back(*a);
         } else if (cmd == "file") {
             port.files.push_back(rest_of(in));
@@ -131,7 +135,8 @@ int run_script(const std::vector<std::string>& args)
             file_new(p, port);
         } else if (cmd == "open" || cmd == "save-as" || cmd == "save-as-tod") {
             const std::string path = rest_of(in);
-            if (!path.empty()) port.files.push_back(path);
+            if (!path.empty())
+                port.files.push_back(path);
             if (cmd == "open")
                 file_open(p, port);
             else if (cmd == "save-as")
@@ -141,7 +146,8 @@ int run_script(const std::vector<std::string>& args)
         } else if (cmd == "open-recent") {
             int item = -1;
             in >> item;
-            if (item < 0 || item > 3) return fail("open-recent takes an item 0 to 3");
+            if (item < 0 || item > 3)
+                return fail("open-recent takes an item 0 to 3");
             file_open_recent(p, port, item);
         } else if (cmd == "save") {
             file_save(p, port);
@@ -157,17 +163,20 @@ int run_script(const std::vector<std::string>& args)
             std::string name;
             in >> name;
             const int m = method_number(name);
-            if (m == 0) return fail("unknown method '" + name + "'");
+            if (m == 0)
+                return fail("unknown method '" + name + "'");
             for (int label = 2; label <= 4; ++label) {
                 click_method_label(p, label);
-                if (p.solution_method == m) break;
-                click_method_label(p, label);  // swap back and try the next label
+                if (p.solution_method == m)
+                    break;
+                click_method_label(p, label); // swap back and try the next label
             }
         } else if (cmd == "ellipsoid") {
             EllipsoidForm form = open_ellipsoid_form(p);
             for (std::size_t i = 0; i < form.values.size(); ++i) {
                 float v;
-                if (in >> v) form.values[i] = v;
+                if (in >> v)
+                    form.values[i] = v;
             }
             continue_ellipsoid_form(p, form, port);
         } else if (cmd == "solve") {
@@ -181,29 +190,35 @@ int run_script(const std::vector<std::string>& args)
             float v = 0;
             in >> field >> v;
             auto it = writable.find(field);
-            if (it == writable.end()) return fail("field '" + field + "' cannot be set");
+            if (it == writable.end())
+                return fail("field '" + field + "' cannot be set");
             p.*(it->second) = v;
         } else if (cmd == "print" || cmd == "expect") {
             std::string field;
             in >> field;
             auto it = readable.find(field);
-            if (it == readable.end()) return fail("unknown field '" + field + "'");
+            if (it == readable.end())
+                return fail("unknown field '" + field + "'");
             const std::string value = it->second(p);
             if (cmd == "print") {
                 std::cout << field << " = " << value << "\n";
             } else {
                 const std::string want = rest_of(in);
-                if (value != want) return fail(field + " is '" + value + "', expected '" + want + "'");
+                if (value != want)
+                    return fail(field + " is '" + value + "', expected '" + want + "'");
             }
         } else if (cmd == "menu") {
             std::string control;
             in >> control;
-            if (!p.menus.items.count(control)) return fail("unknown menu item '" + control + "'");
+            if (!p.menus.items.count(control))
+                return fail("unknown menu item '" + control + "'");
             const MenuItem& m = p.menus.at(control);
-            std::cout << control << (m.visible ? " visible" : " hidden") << (m.enabled ? " enabled" : " disabled")
-                      << (m.checked ? " checked" : "") << " \"" << m.caption << "\"\n";
+            std::cout << control << (m.visible ? " visible" : " hidden")
+                      << (m.enabled ? " enabled" : " disabled") << (m.checked ? " checked" : "") << " \""
+                      << m.caption << "\"\n";
         } else if (cmd == "messages") {
-            for (int i = 1; i <= p.message_count; ++i) std::cout << p.message_text[std::size_t(i)] << "\n";
+            for (int i = 1; i <= p.message_count; ++i)
+                std::cout << p.message_text[std::size_t(i)] << "\n";
         } else if (cmd == "info") {
             print_project(p, std::cout);
         } else {

@@ -18,7 +18,7 @@ namespace {
 
 struct SearchOptions {
     TrialOptions trial;
-    int kind = 0;  // 9 grid, 10 auto
+    int kind = 0; // 9 grid, 10 auto
     bool composite = false;
     bool trials = false;
     std::string summary;
@@ -28,24 +28,28 @@ SearchOptions parse(const std::vector<std::string>& args)
 {
     SearchOptions o;
     for (std::size_t i = 0; i < args.size(); ++i) {
-        if (take_trial_option(args, i, o.trial)) continue;
+        if (take_trial_option(args, i, o.trial))
+            continue;
         const std::string& a = args[i];
         if (a == "--grid" || a == "--auto") {
             const int kind = a == "--grid" ? 9 : 10;
-            if (o.kind != 0 && o.kind != kind) throw std::runtime_error("give --grid or --auto, not both");
+            if (o.kind != 0 && o.kind != kind)
+                throw std::runtime_error("give --grid or --auto, not both");
             o.kind = kind;
         } else if (a == "--composite") {
             o.composite = true;
         } else if (a == "--trials") {
             o.trials = true;
         } else if (a == "--summary") {
-            if (i + 1 >= args.size()) throw std::runtime_error("--summary needs a file");
+            if (i + 1 >= args.size())
+                throw std::runtime_error("--summary needs a file");
             o.summary = args[++i];
         } else {
             throw std::runtime_error("unknown option '" + a + "'");
         }
     }
-    if (o.kind == 0) throw std::runtime_error("give --grid or --auto");
+    if (o.kind == 0)
+        throw std::runtime_error("give --grid or --auto");
     if (o.trial.surface != "ellipsoid" || o.trial.field || o.trial.rotation)
         throw std::runtime_error("a search takes no --surface, --field or --rotation");
     check_trial_options(o.trial);
@@ -71,7 +75,8 @@ void print_json(const Project& p, bool stopped, bool with_trials, std::ostream& 
         out << ", \"trials\": [";
         for (int n = 1; n <= s.summary_count; ++n) {
             const auto k = std::size_t(n);
-            out << (n > 1 ? ", " : "") << "{\"trial_number\": " << n << ", \"fos\": " << json_number(s.summary_fos[k])
+            out << (n > 1 ? ", " : "") << "{\"trial_number\": " << n
+                << ", \"fos\": " << json_number(s.summary_fos[k])
                 << ", \"y\": " << json_number(s.summary_y[k]) << ", \"z\": " << json_number(s.summary_z[k])
                 << ", \"radius\": " << json_number(s.summary_radius[k])
                 << ", \"volume\": " << json_number(s.summary_volume[k]) << "}";
@@ -87,7 +92,8 @@ void print_text(const Project& p, bool stopped, bool with_trials, std::ostream& 
     out << (s.mode == 9 ? "Grid search" : "Auto search") << ", " << method_name(p.solution_method) << ": "
         << s.trial_count << " trials recorded";
     if (s.trial_count > 0)
-        out << ", factor of safety from " << format(s.fos_min, "###0.000") << " to " << format(s.fos_max, "###0.000");
+        out << ", factor of safety from " << format(s.fos_min, "###0.000") << " to "
+            << format(s.fos_max, "###0.000");
     out << (stopped ? " (stopped)" : "") << "\n";
     if (s.best.trial_number > 0)
         out << "Best surface: Ellipsoid #" << str(long(s.best.trial_number)) << "\n"
@@ -101,7 +107,8 @@ void print_text(const Project& p, bool stopped, bool with_trials, std::ostream& 
         for (int n = 1; n <= s.summary_count; ++n) {
             const auto k = std::size_t(n);
             out << "Surface" << str(long(n)) << "  F = " << format(s.summary_fos[k], "####0.000")
-                << "  Y = " << format(s.summary_y[k], "####0.00") << "  Z = " << format(s.summary_z[k], "####0.00")
+                << "  Y = " << format(s.summary_y[k], "####0.00")
+                << "  Z = " << format(s.summary_z[k], "####0.00")
                 << "  R = " << format(s.summary_radius[k], "####0.00")
                 << "  V = " << format(s.summary_volume[k], "####0") << "\n";
         }
@@ -113,7 +120,8 @@ void print_text(const Project& p, bool stopped, bool with_trials, std::ostream& 
 // Shared with the report command.
 bool run_stored_search(Project& p, CliPort& port, const TrialOptions& trial, bool grid, bool composite)
 {
-    if (!open_data_file(p, port, trial.file)) return false;
+    if (!open_data_file(p, port, trial.file))
+        return false;
     p.solution_method = int16(trial.method);
     if (composite && p.num_wedges == 0) {
         std::cerr << "tobel: " << trial.file << " holds no wedge planes\n";
@@ -147,7 +155,8 @@ int run_search(const std::vector<std::string>& args)
     port.show_windows = false;
     port.show_progress = true;
     install_interrupt_handler();
-    if (!run_stored_search(p, port, o.trial, o.kind == 9, o.composite)) return 1;
+    if (!run_stored_search(p, port, o.trial, o.kind == 9, o.composite))
+        return 1;
     if (o.trial.json)
         print_json(p, port.stopped, o.trials, std::cout);
     else

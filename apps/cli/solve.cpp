@@ -23,7 +23,8 @@ SolveOptions parse(const std::vector<std::string>& args)
 {
     SolveOptions o;
     for (std::size_t i = 0; i < args.size(); ++i) {
-        if (take_trial_option(args, i, o.trial)) continue;
+        if (take_trial_option(args, i, o.trial))
+            continue;
         if (args[i] == "--printout") {
             o.printout = true;
         } else if (args[i] == "--column") {
@@ -100,7 +101,8 @@ int run_solve(const std::vector<std::string>& args)
     port.show_printout = o.printout;
     install_interrupt_handler();
 
-    if (!prepare_trial(p, port, o.trial)) return 1;
+    if (!prepare_trial(p, port, o.trial))
+        return 1;
     if (!solve_single_trial(p, port)) {
         std::cerr << "tobel solve: method " << method_name(p.solution_method) << " is not available\n";
         return 1;
@@ -108,9 +110,11 @@ int run_solve(const std::vector<std::string>& args)
     if (o.column) {
         std::vector<std::string> lines;
         show_single_column(p, o.column_yx[0], o.column_yx[1], lines);
-        for (const auto& l : lines) (o.trial.json ? std::cerr : std::cout) << l << "\n";
+        for (const auto& l : lines)
+            (o.trial.json ? std::cerr : std::cout) << l << "\n";
     }
-    if (o.trial.json) print_json(p, std::cout);
+    if (o.trial.json)
+        print_json(p, std::cout);
     finish_project(p, port);
     return p.factor_of_safety == 0 ? 2 : 0;
 }

@@ -16,11 +16,14 @@ template <std::size_t N> bool parse_numbers(const std::string& text, std::array<
     std::size_t start = 0;
     for (std::size_t i = 0; i < N; ++i) {
         const std::size_t end = text.find(',', start);
-        if ((end == std::string::npos) != (i + 1 == N)) return false;
-        const std::string item = text.substr(start, end == std::string::npos ? std::string::npos : end - start);
+        if ((end == std::string::npos) != (i + 1 == N))
+            return false;
+        const std::string item =
+            text.substr(start, end == std::string::npos ? std::string::npos : end - start);
         char* stop = nullptr;
         const float v = std::strtof(item.c_str(), &stop);
-        if (item.empty() || *stop != '\0' || !std::isfinite(v)) return false;
+        if (item.empty() || *stop != '\0' || !std::isfinite(v))
+            return false;
         out[i] = v;
         start = end + 1;
     }
@@ -34,21 +37,25 @@ int take_trial_option(const std::vector<std::string>& args, std::size_t& i, Tria
 {
     const std::string& a = args[i];
     auto value = [&]() -> std::string {
-        if (i + 1 >= args.size()) throw std::runtime_error(a + " needs a value");
+        if (i + 1 >= args.size())
+            throw std::runtime_error(a + " needs a value");
         return args[++i];
     };
     if (a == "--method") {
         const std::string m = value();
         o.method = method_number(m);
-        if (o.method == 0) throw std::runtime_error("unknown method '" + m + "'");
+        if (o.method == 0)
+            throw std::runtime_error("unknown method '" + m + "'");
     } else if (a == "--surface") {
         o.surface = value();
     } else if (a == "--field") {
-        if (!parse_numbers(value(), o.field_limits)) throw std::runtime_error("--field takes XLO,XHI,YLO,YHI");
+        if (!parse_numbers(value(), o.field_limits))
+            throw std::runtime_error("--field takes XLO,XHI,YLO,YHI");
         o.field = true;
     } else if (a == "--rotation") {
         std::array<float, 1> deg{};
-        if (!parse_numbers(value(), deg)) throw std::runtime_error("--rotation takes a number of degrees");
+        if (!parse_numbers(value(), deg))
+            throw std::runtime_error("--rotation takes a number of degrees");
         o.rotation = true;
         o.rotation_deg = deg[0];
     } else if (a == "--json") {
@@ -69,11 +76,13 @@ int take_trial_option(const std::vector<std::string>& args, std::size_t& i, Tria
 
 void check_trial_options(TrialOptions& o)
 {
-    if (o.file.empty()) throw std::runtime_error("no data file given");
+    if (o.file.empty())
+        throw std::runtime_error("no data file given");
     if (!parse_surface_command(o.surface, o.surface_command))
         throw std::runtime_error("unknown surface '" + o.surface +
                                  "'; use ellipsoid, wedge, composite, general or general-wedge");
-    if (o.field && o.surface_command != SurfaceCommand::general && o.surface_command != SurfaceCommand::general_wedge)
+    if (o.field && o.surface_command != SurfaceCommand::general &&
+        o.surface_command != SurfaceCommand::general_wedge)
         throw std::runtime_error("--field needs --surface general or general-wedge");
 }
 
@@ -82,11 +91,14 @@ static std::string missing_surface_data(const Project& p, SurfaceCommand which)
 {
     const bool wedges = which == SurfaceCommand::wedge || which == SurfaceCommand::composite ||
                         which == SurfaceCommand::general_wedge;
-    if (wedges && p.num_wedges == 0) return "wedge planes";
+    if (wedges && p.num_wedges == 0)
+        return "wedge planes";
     if (which == SurfaceCommand::general || which == SurfaceCommand::general_wedge) {
-        if (p.surf_method[std::size_t(p.sliding_index)] == 1) return {};
+        if (p.surf_method[std::size_t(p.sliding_index)] == 1)
+            return {};
         for (int s = 1; s <= p.num_sections; ++s)
-            if (p.sections.n(s, p.sliding_index) > 0) return {};
+            if (p.sections.n(s, p.sliding_index) > 0)
+                return {};
         return "sliding surface lines in its sections and no sliding surface grid file";
     }
     return {};
@@ -120,7 +132,8 @@ bool build_trial_surface(Project& p, CliPort& port, const TrialOptions& o)
         const auto& f = o.field_limits;
         confirm_discontinuity_field(p, port, f[0], f[1], f[2], f[3]);
     }
-    if (o.rotation) p.rotation_angle = o.rotation_deg;
+    if (o.rotation)
+        p.rotation_angle = o.rotation_deg;
     p.solution_method = int16(o.method);
     return true;
 }
@@ -129,11 +142,13 @@ bool build_trial_surface(Project& p, CliPort& port, const TrialOptions& o)
 // not produce invalid output.
 std::string json_number(float x)
 {
-    if (!std::isfinite(x)) return "0";
+    if (!std::isfinite(x))
+        return "0";
     char buf[32];
     for (int digits = 6; digits <= 9; ++digits) {
         std::snprintf(buf, sizeof buf, "%.*g", digits, double(x));
-        if (std::strtof(buf, nullptr) == x) break;
+        if (std::strtof(buf, nullptr) == x)
+            break;
     }
     return buf;
 }

@@ -17,7 +17,6 @@ namespace tobel {
 
 namespace {
 
-
 constexpr long mesh_limit = 3000;
 
 constexpr const char* wrong_file_text =

@@ -74,10 +74,8 @@ std::string data_file_text(Project& p, const SectionCut* cut)
         if (p.surf_grd_file[k].empty())
             p.surf_grd_file[k] = "*.GRD";
         // In a section cut every surface becomes a cross-section line.
-        put(out, PrintLine()
-                     .integer(cut ? 0 : p.surf_method[k])
-                     .number(p.surf_depth[k])
-                     .text(p.surf_grd_file[k]));
+        put(out,
+            PrintLine().integer(cut ? 0 : p.surf_method[k]).number(p.surf_depth[k]).text(p.surf_grd_file[k]));
     }
 
     if (cut) {
@@ -156,9 +154,28 @@ void write_data_file(Project& p, const std::string& path)
     update_recent_files(p);
 }
 
+static float single(InputReader& in)
+{
+    return in.single();
+}
+static int16 int16_item(InputReader& in)
+{
+    return int16(in.integer16());
+}
 
-static float single(InputReader& in) { return in.single(); }
-static int16 int16_item(InputReader& in) { return int16(in.integer16()); }
+void read_mesh_counts(InputReader& in, Project& p)
+{
+    const int16 cols = int16_item(in);
+    in.check_count("num_cols", cols, 1, 3000);
+    const int16 rows = int16_item(in);
+    in.check_count("num_rows", rows, 1, 3000);
+    const int16 sections = int16_item(in);
+    in.check_count("num_sections", sections, 0, section_capacity);
+    p.num_cols = cols;
+    p.num_rows = rows;
+    p.num_sections = sections;
+    redim_grids(p);
+}
 
 void read_section_lines(InputReader& in, Project& p, int line_sets)
 {
@@ -205,16 +222,7 @@ void read_data_file(Project& p, const std::string& path, Port& port)
     p.x_min = single(in);
     p.x_max = single(in);
 
-    const int16 cols = int16_item(in);
-    in.check_count("num_cols", cols, 1, 3000);
-    const int16 rows = int16_item(in);
-    in.check_count("num_rows", rows, 1, 3000);
-    const int16 sections = int16_item(in);
-    in.check_count("num_sections", sections, 0, section_capacity);
-    p.num_cols = cols;
-    p.num_rows = rows;
-    p.num_sections = sections;
-    redim_grids(p);
+    read_mesh_counts(in, p);
     p.row_spacing =
         p.num_rows > 1 ? float((double(p.x_max) - double(p.x_min)) / double(p.num_rows - 1)) : 1.0f;
     // No guard here: a one-column mesh fails as a division by zero.

@@ -40,6 +40,10 @@ void write_data_file(Project& p, const std::string& path);
 void read_data_file(Project& p, const std::string& path, Port& port);
 
 class InputReader;
+// The mesh counts as the data files hold them, columns first, then rows and
+// sections, refused beyond the limits; the grids are sized to them.
+void read_mesh_counts(InputReader& in, Project& p);
+
 // The section table as the data files hold it: per section its X, then for
 // each of `line_sets` surfaces the point count and the points.
 void read_section_lines(InputReader& in, Project& p, int line_sets);

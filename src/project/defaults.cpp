@@ -15,10 +15,10 @@ void redim_grids(Project& p)
 {
     const int r = p.num_rows, c = p.num_cols;
     p.zgrid.redim(r, c, p.sliding_index + 1);
-    for (auto* g : {&p.col_weight, &p.col_area, &p.col_pore, &p.col_phi, &p.col_cohesion, &p.col_cos_gamma,
-                    &p.col_normal, &p.col_fos, &p.surf_dip_x, &p.surf_dip_y, &p.col_lat_slope, &p.col_arm,
-                    &p.col_lateral_load, &p.col_eff_thrust, &p.col_thrust_height, &p.col_shear_ratio,
-                    &p.col_general})
+    for (auto* g :
+         {&p.col_weight, &p.col_area, &p.col_pore, &p.col_phi, &p.col_cohesion, &p.col_cos_gamma,
+          &p.col_normal, &p.col_fos, &p.surf_dip_x, &p.surf_dip_y, &p.col_lat_slope, &p.col_arm,
+          &p.col_lateral_load, &p.col_eff_thrust, &p.col_thrust_height, &p.col_shear_ratio, &p.col_general})
         g->redim(r, c);
     p.col_material.redim(r, c);
     p.disc_code.redim(r, c);

@@ -21,9 +21,11 @@ constexpr const char* tod_filter = "TOBEL Files (*.TOD)|*.TOD";
 
 bool has_extension(const std::string& path, const char* ext)
 {
-    if (path.size() < 4) return false;
+    if (path.size() < 4)
+        return false;
     std::string tail = path.substr(path.size() - 4);
-    std::transform(tail.begin(), tail.end(), tail.begin(), [](unsigned char c) { return char(std::toupper(c)); });
+    std::transform(tail.begin(), tail.end(), tail.begin(),
+                   [](unsigned char c) { return char(std::toupper(c)); });
     return tail == ext;
 }
 
@@ -61,7 +63,8 @@ void save_as_generic(Project& p, Port& port, const char* from, const char* to, c
     auto chosen = port.save_file_dialog(filter, p.data_file_path, true);
     if (!chosen) {
         p.data_file_path = old_path;
-        if (remember_cancel) p.save_cancelled = -1;
+        if (remember_cancel)
+            p.save_cancelled = -1;
         return;
     }
     p.data_file_path = *chosen;
@@ -70,11 +73,15 @@ void save_as_generic(Project& p, Port& port, const char* from, const char* to, c
         set_main_caption(p);
     } catch (const RuntimeError&) {
         p.data_file_path = old_path;
-        if (remember_cancel) p.save_cancelled = -1;
+        if (remember_cancel)
+            p.save_cancelled = -1;
     }
 }
 
-void close_child_windows(Project& p) { p.keep_window = 0; }
+void close_child_windows(Project& p)
+{
+    p.keep_window = 0;
+}
 
 } // namespace
 
@@ -93,11 +100,15 @@ static Answer ask_and_save(Project& p, Port& port)
 }
 
 // A Save As cancelled here does not stop the command that asked.
-bool save_prompt(Project& p, Port& port) { return !p.dirty_flag || ask_and_save(p, port) != Answer::cancel; }
+bool save_prompt(Project& p, Port& port)
+{
+    return !p.dirty_flag || ask_and_save(p, port) != Answer::cancel;
+}
 
 void file_new(Project& p, Port& port)
 {
-    if (!save_prompt(p, port)) return;
+    if (!save_prompt(p, port))
+        return;
     p.form_mode = 2;
     p.work_drive.clear();
     p.data_file_path.clear();
@@ -120,23 +131,31 @@ void file_save(Project& p, Port& port)
     }
 }
 
-void file_save_as(Project& p, Port& port) { save_as_generic(p, port, ".TOD", ".TOB", tob_filter, true); }
+void file_save_as(Project& p, Port& port)
+{
+    save_as_generic(p, port, ".TOD", ".TOB", tob_filter, true);
+}
 
 // Writes the .TOB layout into a file with the other extension, deliberately.
-void file_save_as_tod(Project& p, Port& port) { save_as_generic(p, port, ".TOB", ".TOD", tod_filter, false); }
+void file_save_as_tod(Project& p, Port& port)
+{
+    save_as_generic(p, port, ".TOB", ".TOD", tod_filter, false);
+}
 
 // Open and Open legacy share every step but the dialog's filter, the recent
 // file case, the reader and the recent list.
 static void open_project(Project& p, Port& port, bool legacy)
 {
     // 1.
-    if (!save_prompt(p, port)) return;
+    if (!save_prompt(p, port))
+        return;
     // 2.
     if (!legacy && p.open_recent_pending) {
         p.open_recent_pending = 0;
     } else {
         auto chosen = port.open_file_dialog(legacy ? tod_filter : tob_filter, p.data_file_path);
-        if (!chosen) return;
+        if (!chosen)
+            return;
         p.data_file_path = *chosen;
     }
     try {
@@ -166,14 +185,21 @@ static void open_project(Project& p, Port& port, bool legacy)
     }
 }
 
-void file_open(Project& p, Port& port) { open_project(p, port, false); }
+void file_open(Project& p, Port& port)
+{
+    open_project(p, port, false);
+}
 
-void file_open_legacy(Project& p, Port& port) { open_project(p, port, true); }
+void file_open_legacy(Project& p, Port& port)
+{
+    open_project(p, port, true);
+}
 
 void file_save_report(Project& p, Port& port, const ReportContext& context)
 {
     auto chosen = port.save_file_dialog("Text Files (*.txt)|*.txt", "", true);
-    if (!chosen) return;
+    if (!chosen)
+        return;
     try {
         BusyPointer busy(port);
         trapped([&] { write_report_text(p, *chosen, context); });
@@ -184,7 +210,8 @@ void file_save_report(Project& p, Port& port, const ReportContext& context)
 
 void file_open_recent(Project& p, Port& port, int item)
 {
-    if (item < 0 || item >= recent_capacity) return;
+    if (item < 0 || item >= recent_capacity)
+        return;
     p.data_file_path = p.recent_file[std::size_t(recent_capacity - item)];
     p.open_recent_pending = -1;
     file_open(p, port);
@@ -203,7 +230,8 @@ bool main_query_unload(Project& p, Port& port)
     // 3.
     if (p.dirty_flag) {
         const Answer a = ask_and_save(p, port);
-        if (a == Answer::cancel) return false;
+        if (a == Answer::cancel)
+            return false;
         if (a == Answer::yes && p.save_cancelled) {
             p.save_cancelled = 0;
             return false;

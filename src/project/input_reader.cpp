@@ -160,8 +160,9 @@ std::string InputReader::text_item()
 void InputReader::check_count(const char* what, long value, long low, long high) const
 {
     if (value < low || value > high)
-        throw RuntimeError(err_subscript, where() + ": " + what + " " + std::to_string(value) + " exceeds the limits " +
-                                              std::to_string(low) + ".." + std::to_string(high));
+        throw RuntimeError(err_subscript, where() + ": " + what + " " + std::to_string(value) +
+                                              " exceeds the limits " + std::to_string(low) + ".." +
+                                              std::to_string(high));
 }
 
 } // namespace tobel

@@ -12,7 +12,10 @@
 
 namespace tobel {
 
-static float single(InputReader& in) { return in.single(); }
+static float single(InputReader& in)
+{
+    return in.single();
+}
 
 static int16 int16_item(InputReader& in)
 {
@@ -54,7 +57,7 @@ void read_legacy_file(Project& p, const std::string& path, Port& port)
     in.check_count("num_discs", discs, 0, material_capacity);
     // The extra line set sits one above the sliding surface.
     in.check_count("sliding_index", long(layers) + piezos + 1 + (extra_lines ? 1 : 0), 1,
-                section_surface_capacity);
+                   section_surface_capacity);
     in.check_count("num_mat_entries", long(layers) + discs, 0, material_capacity);
     p.num_layers = layers;
     p.num_piezos = piezos;
@@ -69,16 +72,7 @@ void read_legacy_file(Project& p, const std::string& path, Port& port)
     p.row_spacing = single(in);
 
     // 6.
-    const int16 cols = int16_item(in);
-    in.check_count("num_cols", cols, 1, 3000);
-    const int16 rows = int16_item(in);
-    in.check_count("num_rows", rows, 1, 3000);
-    const int16 sections = int16_item(in);
-    in.check_count("num_sections", sections, 0, section_capacity);
-    p.num_cols = cols;
-    p.num_rows = rows;
-    p.num_sections = sections;
-    redim_grids(p);
+    read_mesh_counts(in, p);
 
     // 7.
     drop(in, 2);

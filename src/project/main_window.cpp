@@ -22,11 +22,15 @@ void main_load(Project& p)
     // 4.
     set_defaults(p);
     // 5.
-    if (p.recent_count != 0) refresh_recent_menu(p);
+    if (p.recent_count != 0)
+        refresh_recent_menu(p);
     p.main_caption = "TOBEL-3";
 }
 
-void set_main_caption(Project& p) { p.main_caption = "TOBEL_3          File " + p.data_file_path; }
+void set_main_caption(Project& p)
+{
+    p.main_caption = "TOBEL_3          File " + p.data_file_path;
+}
 
 void show_finished_load_view(Project& p, Port& port)
 {
@@ -42,8 +46,8 @@ void show_finished_load_view(Project& p, Port& port)
 
 void help_about(Project&, Port& port)
 {
-    port.message_box(std::string("TOBEL-3\n                   Version 1, compiled ") + TOBEL_BUILD_DATE, Buttons::ok,
-                     Icon::information, "TOBEL_3");
+    port.message_box(std::string("TOBEL-3\n                   Version 1, compiled ") + TOBEL_BUILD_DATE,
+                     Buttons::ok, Icon::information, "TOBEL_3");
 }
 
 void start_form_command(Project& p, Port& port, int button)

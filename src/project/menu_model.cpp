@@ -135,7 +135,8 @@ void init_menus(Project& p)
 
 void set_edit_menus_visible(Project& p, bool visible)
 {
-    for (const char* control : edit_group) p.menus[control].visible = visible;
+    for (const char* control : edit_group)
+        p.menus[control].visible = visible;
 }
 
 void show_project_menus(Project& p)
@@ -156,13 +157,19 @@ void show_solve_menu(Project& p, SolveItems which, bool rotation_visible)
     p.menus["Rotation_angle"].visible = which == SolveItems::single_trial && rotation_visible;
 }
 
-void hide_solve_menu(Project& p) { p.menus["Solve"].visible = false; }
+void hide_solve_menu(Project& p)
+{
+    p.menus["Solve"].visible = false;
+}
 
 std::string surface_item_caption(const Project& p, int k)
 {
-    if (k < p.num_layers) return "Layer" + str(long(k));
-    if (k == p.num_layers) return "Ground Surface";
-    if (k <= p.num_surfaces) return "Piezo Surface" + str(long(k - p.num_layers));
+    if (k < p.num_layers)
+        return "Layer" + str(long(k));
+    if (k == p.num_layers)
+        return "Ground Surface";
+    if (k <= p.num_surfaces)
+        return "Piezo Surface" + str(long(k - p.num_layers));
     return "Sliding Surface";
 }
 
@@ -196,7 +203,8 @@ void open_graphics_menu(Project& p, int checked_item)
             item.checked = false;
         }
         p.menus[iso].checked = k - 1 == checked_item;
-        if (k > 1) insert_after(grd_anchor, grd);
+        if (k > 1)
+            insert_after(grd_anchor, grd);
         insert_after(iso_anchor, iso);
         iso_anchor = iso;
         grd_anchor = grd;
@@ -205,17 +213,20 @@ void open_graphics_menu(Project& p, int checked_item)
 
 void init_method_box(Project& p)
 {
-    for (int i = 1; i <= 4; ++i) p.method_labels[std::size_t(i)] = method_texts[i];
+    for (int i = 1; i <= 4; ++i)
+        p.method_labels[std::size_t(i)] = method_texts[i];
 }
 
 // The clicked label swaps its text with the top one; the method follows the
 // text now on top.
 void click_method_label(Project& p, int label)
 {
-    if (label < 2 || label > 4) return;
+    if (label < 2 || label > 4)
+        return;
     std::swap(p.method_labels[1], p.method_labels[std::size_t(label)]);
     for (int m = 1; m <= 4; ++m)
-        if (p.method_labels[1] == method_texts[m]) p.solution_method = int16(m);
+        if (p.method_labels[1] == method_texts[m])
+            p.solution_method = int16(m);
 }
 
 void refresh_recent_menu(Project& p)
@@ -231,13 +242,15 @@ void update_recent_files(Project& p)
 {
     // 1. A file already on the list leaves the list and the menu as they are.
     for (int i = 1; i <= p.recent_count; ++i)
-        if (p.recent_file[std::size_t(i)] == p.data_file_path) return;
+        if (p.recent_file[std::size_t(i)] == p.data_file_path)
+            return;
     // 2. The newest file goes last; a full list drops its oldest.
     if (!p.data_file_path.empty()) {
         if (p.recent_count < recent_capacity) {
             ++p.recent_count;
         } else {
-            for (int i = 1; i < recent_capacity; ++i) p.recent_file[std::size_t(i)] = p.recent_file[std::size_t(i + 1)];
+            for (int i = 1; i < recent_capacity; ++i)
+                p.recent_file[std::size_t(i)] = p.recent_file[std::size_t(i + 1)];
         }
         p.recent_file[std::size_t(p.recent_count)] = p.data_file_path;
     }

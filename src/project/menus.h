@@ -9,8 +9,8 @@
 namespace tobel {
 
 struct MenuItem {
-    std::string menu;     // top-level menu control that holds the item
-    std::string caption;  // as shown, with its & accelerator
+    std::string menu;    // top-level menu control that holds the item
+    std::string caption; // as shown, with its & accelerator
     bool visible = true;
     bool enabled = true;
     bool checked = false;
@@ -18,7 +18,7 @@ struct MenuItem {
 
 struct Menus {
     std::map<std::string, MenuItem> items;
-    std::vector<std::string> order;  // control names in menu order
+    std::vector<std::string> order; // control names in menu order
 
     MenuItem& operator[](const std::string& control) { return items[control]; }
     const MenuItem& at(const std::string& control) const { return items.at(control); }

@@ -48,13 +48,13 @@ std::string format(float x, std::string_view mask);
 // print zone (zones of 14 columns starting at columns 1, 15, 29, ...) lying
 // beyond the print position.
 class PrintLine {
-public:
+  public:
     PrintLine& number(float x);          // " 1.5 " or "-1.5 "
-    PrintLine& integer(long x);           // " 3 " or "-3 "
-    PrintLine& text(std::string_view s);  // as it stands
+    PrintLine& integer(long x);          // " 3 " or "-3 "
+    PrintLine& text(std::string_view s); // as it stands
     const std::string& str() const { return line_; }
 
-private:
+  private:
     void next_zone();
     std::string line_;
     bool first_ = true;

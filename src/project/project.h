@@ -20,11 +20,11 @@ using int16 = std::int16_t;
 constexpr int material_capacity = 100;
 constexpr int force_capacity = 100;
 constexpr int wedge_capacity = 100;
-constexpr int surface_capacity = 100;   // per-surface method, depth, file
-constexpr int section_capacity = 26;    // section index 0..26
+constexpr int surface_capacity = 100; // per-surface method, depth, file
+constexpr int section_capacity = 26;  // section index 0..26
 constexpr int section_point_capacity = 301;
-constexpr int section_surface_capacity = 51;  // section_y/z surface index 0..51
-constexpr int section_count_surfaces = 60;    // section_npts surface index 0..60
+constexpr int section_surface_capacity = 51; // section_y/z surface index 0..51
+constexpr int section_count_surfaces = 60;   // section_npts surface index 0..60
 constexpr int message_capacity = 5000;
 constexpr int recent_capacity = 4;
 constexpr int colour_entries = 51;
@@ -34,10 +34,9 @@ struct SectionTable {
     std::vector<float> x = std::vector<float>(section_capacity + 1, 0.0f);
     std::vector<int16> npts =
         std::vector<int16>(std::size_t(section_capacity + 1) * (section_count_surfaces + 1), 0);
-    std::vector<float> y_v = std::vector<float>(std::size_t(section_capacity + 1) *
-                                                    (section_point_capacity + 1) *
-                                                    (section_surface_capacity + 1),
-                                                0.0f);
+    std::vector<float> y_v = std::vector<float>(
+        std::size_t(section_capacity + 1) * (section_point_capacity + 1) * (section_surface_capacity + 1),
+        0.0f);
     std::vector<float> z_v = std::vector<float>(y_v.size(), 0.0f);
 
     static std::size_t pt(int s, int n, int k)
@@ -84,7 +83,7 @@ struct Project {
     Grid3 zgrid;
     int16 surface_defined = 0;
     int16 surface_kind = 0;
-    float grid_blank = 0;  // blanking value of grid files, set by the stack rebuild
+    float grid_blank = 0; // blanking value of grid files, set by the stack rebuild
 
     // 4. Input cross-sections
     int16 num_sections = 0;
@@ -106,7 +105,7 @@ struct Project {
     // 7. Interpolation between sections
     int16 interp_method = 0;
     float axis_y = 0, axis_z = 0;
-    float cur_x = 0, cur_y = 0;  // scratch node coordinates of the builders
+    float cur_x = 0, cur_y = 0; // scratch node coordinates of the builders
 
     // 8. External forces
     int16 num_forces = 0;
@@ -130,7 +129,7 @@ struct Project {
     float auto_y = 0, auto_z = 0, auto_spacing = 0, auto_tan_spacing = 0;
     int16 grid_use_common = 0, auto_use_common = 0;
     float ell_x = 0, ell_y = 0, ell_z = 0, ell_radius = 0, ell_aspect = 0;
-    std::array<float, 6> single_form_values{};  // private vectors of the three dialogs
+    std::array<float, 6> single_form_values{}; // private vectors of the three dialogs
     std::array<float, 13> grid_form_values{};
     std::array<float, 10> auto_form_values{};
     float field_x_low = 0, field_x_high = 0, field_y_low = 0, field_y_high = 0;
@@ -153,7 +152,7 @@ struct Project {
     float force_peak = 0;
     int16 solve_interactive = 0, solve_abort = 0;
     int16 report_kind = 0;
-    int iteration_total = 0;  // iterations over all passes, for display
+    int iteration_total = 0; // iterations over all passes, for display
     // Spencer and Morgenstern-Price indices, shown by the solution printout
     int16 iteration_count = 0;
     float moment_shear = 0, moment_other = 0, resisting_sum = 0;
@@ -172,8 +171,8 @@ struct Project {
     int16 error_list_mode = 0;
 
     // 13. Per-node work grids
-    Grid2<float> col_weight, col_area, col_pore, col_phi, col_cohesion, col_cos_gamma, col_normal,
-        col_fos, surf_dip_x, surf_dip_y;
+    Grid2<float> col_weight, col_area, col_pore, col_phi, col_cohesion, col_cos_gamma, col_normal, col_fos,
+        surf_dip_x, surf_dip_y;
     Grid2<std::int32_t> col_material;
     Grid2<int16> disc_code;
     Grid2<float> col_lat_slope, col_arm, col_lateral_load;
@@ -191,7 +190,7 @@ struct Project {
     // Command flags of the main window
     int16 form_mode = 0, view_mode = 0, save_cancelled = 0, open_recent_pending = 0, keep_window = 0;
     std::string main_caption = "TOBEL-3";
-    std::array<std::string, 5> method_labels{};  // currentmeth, meth2..meth4 at 1..4
+    std::array<std::string, 5> method_labels{}; // currentmeth, meth2..meth4 at 1..4
     Menus menus;
 
     // Program settings: colours, working directory and recent files, kept in

@@ -26,14 +26,14 @@ enum ErrorNumber : int {
 std::string error_description(int number);
 
 class RuntimeError : public std::runtime_error {
-public:
+  public:
     // `where` names the file and line, added to the runtime's description.
     RuntimeError(int number, const std::string& where);
     RuntimeError(int number, const std::string& description, bool verbatim);
     int number() const { return number_; }
     const std::string& description() const { return description_; }
 
-private:
+  private:
     int number_;
     std::string description_;
 };

@@ -5,8 +5,8 @@
 #include "report/message_list_form.h"
 #include "solver/bishop_janbu.h"
 #include "solver/checks.h"
-#include "solver/spencer_mp.h"
 #include "solver/result_panel.h"
+#include "solver/spencer_mp.h"
 
 namespace tobel {
 
@@ -35,9 +35,11 @@ void solve_and_show_trial(Project& p, Port& port)
 
 bool solve_single_trial(Project& p, Port& port)
 {
-    if (p.solution_method < 1 || p.solution_method > 4) return false;
+    if (p.solution_method < 1 || p.solution_method > 4)
+        return false;
     // 1. The data check; a fatal finding ends the command.
-    if (!run_input_checks_for_solve(p, port)) return true;
+    if (!run_input_checks_for_solve(p, port))
+        return true;
     // 2.
     p.report_kind = 1;
     p.solve_interactive = -1;
@@ -48,7 +50,8 @@ bool solve_single_trial(Project& p, Port& port)
     const bool rotated = p.rotation_angle != 0;
     solve_and_show_trial(p, port);
     // A rotation lasts one solution, and a toe water thrust changed the surface.
-    if (rotated || p.head_water_sum != 0) hide_solve_menu(p);
+    if (rotated || p.head_water_sum != 0)
+        hide_solve_menu(p);
     return true;
 }
 

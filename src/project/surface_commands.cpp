@@ -67,10 +67,12 @@ static bool confirm_surface_forms(Project& p, Port& port, SurfaceCommand which)
         GeneralSurfaceForm form = open_general_surface_form(p);
         GeneralNext next = continue_general_surface_form(p, form, port);
         // The section editor opens on the sliding line; it is confirmed as it stands.
-        if (next == GeneralNext::section_editor) next = general_surface_editor_continue(p, port);
+        if (next == GeneralNext::section_editor)
+            next = general_surface_editor_continue(p, port);
         to_wedges = next == GeneralNext::to_wedge_form;
     }
-    if (to_wedges) continue_wedge_form(p, open_wedge_form(p), port);
+    if (to_wedges)
+        continue_wedge_form(p, open_wedge_form(p), port);
     return p.surface_defined != 0;
 }
 
@@ -92,7 +94,8 @@ static bool confirm_search_forms(Project& p, Port& port, bool grid, bool composi
     p.form_mode = int16(composite ? (grid ? 5 : 6) : 0);
     const SearchFormNext next = grid ? continue_grid_search_form(p, open_grid_search_form(p), port)
                                      : continue_auto_search_form(p, open_auto_search_form(p), port);
-    if (next == SearchFormNext::to_wedge_form) continue_wedge_form(p, open_wedge_form(p), port);
+    if (next == SearchFormNext::to_wedge_form)
+        continue_wedge_form(p, open_wedge_form(p), port);
     return p.surface_defined != 0;
 }
 

@@ -24,6 +24,7 @@ bool confirm_surface(Project& p, Port& port, SurfaceCommand which);
 bool confirm_search_setup(Project& p, Port& port, bool grid, bool composite);
 
 // The discontinuity field of a general surface, set to the given rectangle.
-void confirm_discontinuity_field(Project& p, Port& port, float x_low, float x_high, float y_low, float y_high);
+void confirm_discontinuity_field(Project& p, Port& port, float x_low, float x_high, float y_low,
+                                 float y_high);
 
 } // namespace tobel

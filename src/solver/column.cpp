@@ -1,5 +1,7 @@
 #include "solver/column.h"
 
+#include "project/runtime_error.h"
+
 #include <cmath>
 
 #include "project/numtext.h"
@@ -46,13 +48,13 @@ NonFiniteResult clear_non_finite_results(Project& p)
                     &p.row_thrust_arm})
         for (float& x : *v)
             first.found = clear_if_non_finite(x) || first.found;
-    for (float* x : {&p.factor_of_safety, &p.janbu_fos, &p.slide_weight, &p.slide_area, &p.slide_volume,
-                     &p.lambda_coef, &p.neg_normal_sum, &p.ext_vertical_sum, &p.ext_horizontal_sum,
-                     &p.head_water_sum, &p.crack_water_sum, &p.lateral_unbalance, &p.unbalance_z,
-                     &p.moment_shear, &p.moment_other, &p.resisting_sum, &p.thrust_ratio_mean,
-                     &p.thrust_ratio_min, &p.thrust_ratio_max, &p.vol_thrust_inside, &p.vol_thrust_middle,
-                     &p.vol_tension, &p.vol_overstressed, &p.weight_flat, &p.weight_positive,
-                     &p.weight_negative, &p.thrust_positive})
+    for (float* x : {&p.factor_of_safety,   &p.janbu_fos,        &p.slide_weight,     &p.slide_area,
+                     &p.slide_volume,       &p.lambda_coef,      &p.neg_normal_sum,   &p.ext_vertical_sum,
+                     &p.ext_horizontal_sum, &p.head_water_sum,   &p.crack_water_sum,  &p.lateral_unbalance,
+                     &p.unbalance_z,        &p.moment_shear,     &p.moment_other,     &p.resisting_sum,
+                     &p.thrust_ratio_mean,  &p.thrust_ratio_min, &p.thrust_ratio_max, &p.vol_thrust_inside,
+                     &p.vol_thrust_middle,  &p.vol_tension,      &p.vol_overstressed, &p.weight_flat,
+                     &p.weight_positive,    &p.weight_negative,  &p.thrust_positive})
         first.found = clear_if_non_finite(*x) || first.found;
     return first;
 }
@@ -287,6 +289,23 @@ ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw
             row.continuity = 1;
         }
         return ColumnOutcome::active;
+    }
+}
+
+void solve_with_finite_results(Project& p, Port& port, void (*solver)(Project&, Port&))
+{
+    try {
+        solver(p, port);
+    } catch (const RuntimeError&) {
+        clear_non_finite_results(p);
+        throw;
+    }
+    const NonFiniteResult bad = clear_non_finite_results(p);
+    if (bad.found && p.factor_of_safety != 0) {
+        add_message(p, bad.c == 0 ? std::string("ARITHMETIC FAILURE IN THE SUMS OF THE MASS")
+                                  : arithmetic_failure_text(bad.c, bad.r, bad.m));
+        p.factor_of_safety = 0;
+        p.janbu_fos = 0;
     }
 }
 

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "project/project.h"
+#include "ui/port.h"
 
 namespace tobel {
 
@@ -87,5 +88,10 @@ struct NonFiniteResult {
 // column arrays, the row thrusts and the totals) to 0, so that no report,
 // drawing or file ever shows one, and says where the first one was.
 NonFiniteResult clear_non_finite_results(Project& p);
+
+// Runs a solver so that a number that is not finite never stands in a result:
+// afterwards such numbers are cleared, and the solution counts as failed
+// (F = 0, J = 0) at the first column that had one, with its message.
+void solve_with_finite_results(Project& p, Port& port, void (*solver)(Project&, Port&));
 
 } // namespace tobel

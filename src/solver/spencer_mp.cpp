@@ -581,25 +581,13 @@ static void solve(Project& p, Port& port)
     p.moment_other = float(double(p.moment_other) - m_ext);
     // The acceptability indices window is opened by the command that asked
     // for the solution, once, after the result panel.
-    if (interactive) p.solve_interactive = 0;
+    if (interactive)
+        p.solve_interactive = 0;
 }
 
-// A number that is not finite never stands in a result: the solution
-// counts as failed at the first column that had one.
 void solve_spencer_mp(Project& p, Port& port)
 {
-    try {
-        solve(p, port);
-    } catch (const RuntimeError&) {
-        clear_non_finite_results(p);
-        throw;
-    }
-    const NonFiniteResult bad = clear_non_finite_results(p);
-    if (bad.found && p.factor_of_safety != 0) {
-        add_message(p, bad.c == 0 ? std::string("ARITHMETIC FAILURE IN THE SUMS OF THE MASS")
-                                  : arithmetic_failure_text(bad.c, bad.r, bad.m));
-        p.factor_of_safety = 0;
-    }
+    solve_with_finite_results(p, port, solve);
 }
 
 } // namespace tobel

@@ -15,7 +15,7 @@ enum class Answer { ok, cancel, yes, no };
 enum class Icon { none, information, warning, critical, question };
 
 class Port {
-public:
+  public:
     virtual ~Port() = default;
 
     virtual Answer message_box(const std::string& text, Buttons buttons, Icon icon,
@@ -26,8 +26,7 @@ public:
     // `filter` in the form "TOBEL-3 Files (*.TOB)|*.TOB". Empty optional on cancel.
     virtual std::optional<std::string> open_file_dialog(const std::string& filter,
                                                         const std::string& initial) = 0;
-    virtual std::optional<std::string> save_file_dialog(const std::string& filter,
-                                                        const std::string& initial,
+    virtual std::optional<std::string> save_file_dialog(const std::string& filter, const std::string& initial,
                                                         bool overwrite_prompt) = 0;
     // A line of the progress box of a long run.
     virtual void progress(const std::string& line) = 0;
@@ -55,7 +54,7 @@ struct BusyPointer {
 // A port that answers every question with a fixed answer and shows nothing:
 // for batch runs and searches.
 class QuietPort : public Port {
-public:
+  public:
     explicit QuietPort(Answer answer = Answer::no) : answer_(answer) {}
     Answer message_box(const std::string&, Buttons buttons, Icon, const std::string&) override;
     std::optional<std::string> input_box(const std::string&, const std::string&, const std::string&) override
@@ -77,7 +76,7 @@ public:
     void show_text(const std::string&, const std::vector<std::string>&) override {}
     void show_view(int, const std::string&) override {}
 
-private:
+  private:
     Answer answer_;
 };
 
