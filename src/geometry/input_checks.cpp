@@ -14,7 +14,7 @@ static void add_finding(Project& p, const std::string& text)
 static void check_material(Project& p, int n)
 {
     const std::string text = "Material #" + str(long(n)) + ": properties incorrect!";
-    const int type = p.mat_type[n] == 0 ? 1 : p.mat_type[n]; // a type of 0 is read as Coulomb
+    const int type = material_type(p, n);
     int findings = 0;
     // Hard layers, water and discontinuities carry no weight of their own.
     if (n <= p.num_layers && (type == 1 || type == 2 || type == 3) && !(p.mat_unit_weight[n] > 0))

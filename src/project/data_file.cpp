@@ -177,6 +177,29 @@ void read_mesh_counts(InputReader& in, Project& p)
     redim_grids(p);
 }
 
+void read_wedge_table(InputReader& in, Project& p)
+{
+    for (int w = 1; w <= p.num_wedges; ++w) {
+        p.wedge_x[w] = single(in);
+        p.wedge_y[w] = single(in);
+        p.wedge_z[w] = single(in);
+        p.wedge_code[w] = single(in);
+        p.wedge_dip[w] = single(in);
+        p.wedge_dipdir[w] = single(in);
+    }
+}
+
+void read_force_table(InputReader& in, Project& p)
+{
+    for (int f = 1; f <= p.num_forces; ++f) {
+        p.force_h[f] = single(in);
+        p.force_v[f] = single(in);
+        p.force_x[f] = single(in);
+        p.force_y[f] = single(in);
+        p.force_z[f] = single(in);
+    }
+}
+
 void read_section_lines(InputReader& in, Project& p, int line_sets)
 {
     for (int s = 1; s <= p.num_sections; ++s) {
@@ -287,25 +310,12 @@ void read_data_file(Project& p, const std::string& path, Port& port)
     const int16 wedges = int16_item(in);
     in.check_count("num_wedges", wedges, 0, wedge_capacity);
     p.num_wedges = wedges;
-    for (int w = 1; w <= p.num_wedges; ++w) {
-        p.wedge_x[w] = single(in);
-        p.wedge_y[w] = single(in);
-        p.wedge_z[w] = single(in);
-        p.wedge_code[w] = single(in);
-        p.wedge_dip[w] = single(in);
-        p.wedge_dipdir[w] = single(in);
-    }
+    read_wedge_table(in, p);
 
     const int16 forces = int16_item(in);
     in.check_count("num_forces", forces, 0, force_capacity);
     p.num_forces = forces;
-    for (int f = 1; f <= p.num_forces; ++f) {
-        p.force_h[f] = single(in);
-        p.force_v[f] = single(in);
-        p.force_x[f] = single(in);
-        p.force_y[f] = single(in);
-        p.force_z[f] = single(in);
-    }
+    read_force_table(in, p);
 
     p.crack_mode = int16_item(in);
     p.crack_y = single(in);

@@ -44,6 +44,11 @@ class InputReader;
 // sections, refused beyond the limits; the grids are sized to them.
 void read_mesh_counts(InputReader& in, Project& p);
 
+// The wedge planes (X, Y, Z, code, dip, dip direction) and the external
+// forces (horizontal, vertical, X, Y, Z) of num_wedges and num_forces rows.
+void read_wedge_table(InputReader& in, Project& p);
+void read_force_table(InputReader& in, Project& p);
+
 // The section table as the data files hold it: per section its X, then for
 // each of `line_sets` surfaces the point count and the points.
 void read_section_lines(InputReader& in, Project& p, int line_sets);

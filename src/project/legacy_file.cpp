@@ -116,13 +116,7 @@ void read_legacy_file(Project& p, const std::string& path, Port& port)
     p.num_forces = forces;
     in.line();
     in.line();
-    for (int f = 1; f <= p.num_forces; ++f) {
-        p.force_h[f] = single(in);
-        p.force_v[f] = single(in);
-        p.force_x[f] = single(in);
-        p.force_y[f] = single(in);
-        p.force_z[f] = single(in);
-    }
+    read_force_table(in, p);
 
     // 12.
     drop(in, 1);
@@ -130,14 +124,7 @@ void read_legacy_file(Project& p, const std::string& path, Port& port)
     in.check_count("num_wedges", wedges, 0, wedge_capacity);
     const long records = in.integer16();
     p.num_wedges = wedges;
-    for (int w = 1; w <= p.num_wedges; ++w) {
-        p.wedge_x[w] = single(in);
-        p.wedge_y[w] = single(in);
-        p.wedge_z[w] = single(in);
-        p.wedge_code[w] = single(in);
-        p.wedge_dip[w] = single(in);
-        p.wedge_dipdir[w] = single(in);
-    }
+    read_wedge_table(in, p);
     in.line();
     for (long r = 0; r < records; ++r) {
         drop(in, 4);

@@ -58,6 +58,10 @@ struct SectionTable {
 
 template <class T> using MatArray = std::array<T, material_capacity + 1>;
 
+struct Project;
+// The type of material m as every routine reads it: 0 is read as Coulomb (1).
+inline int material_type(const Project& p, int m);
+
 struct Project {
     // 1. Titles and file identity
     std::string project_title, dataset_title, input_by;
@@ -204,5 +208,11 @@ struct Project {
     // Critical surface search
     SearchState search;
 };
+
+inline int material_type(const Project& p, int m)
+{
+    const int type = p.mat_type[std::size_t(m)];
+    return type == 0 ? 1 : type;
+}
 
 } // namespace tobel

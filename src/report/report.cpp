@@ -110,11 +110,6 @@ static std::string piezo_fields(const Project& p, int m)
     return plain(number) + "," + plain(ratio) + "," + plain(p.mat_bbar[m]);
 }
 
-static int type_of(const Project& p, int m)
-{
-    return p.mat_type[m] == 0 ? 1 : p.mat_type[m];
-}
-
 static void list_head(std::vector<std::string>& out, const char* heading, const char* columns)
 {
     out.emplace_back();
@@ -129,7 +124,7 @@ static void input_lists(const Project& p, std::vector<std::string>& out)
     auto count_of = [&](int type) {
         int n = 0;
         for (int m = 1; m <= layers; ++m)
-            n += type_of(p, m) == type ? 1 : 0;
+            n += material_type(p, m) == type ? 1 : 0;
         return n;
     };
     const char* ws = "####0.00";
@@ -138,7 +133,7 @@ static void input_lists(const Project& p, std::vector<std::string>& out)
         list_head(out, "List of Materials:",
                   "Name, Unit Weight, Cohesion, Friction Angle, Piezo #, Press. Ratio, B-bar Coeff.");
         for (int m = 1; m <= layers; ++m)
-            if (type_of(p, m) == 1)
+            if (material_type(p, m) == 1)
                 out.push_back(p.mat_name[m] + "," + report_value(p.mat_unit_weight[m], ws) + "," +
                               report_value(p.mat_cohesion[m], ws) + "," + plain(p.mat_phi[m]) + "," +
                               piezo_fields(p, m));
@@ -157,7 +152,7 @@ static void input_lists(const Project& p, std::vector<std::string>& out)
                   "Name, Unit Weight, Cohesion, Cohesion Vert., Friction Angle, Fi Angle Vert., Piezo #, "
                   "Press. Ratio, B-bar Coeff.");
         for (int m = 1; m <= layers; ++m)
-            if (type_of(p, m) == 2)
+            if (material_type(p, m) == 2)
                 out.push_back(p.mat_name[m] + "," + report_value(p.mat_unit_weight[m], ws) + "," +
                               report_value(p.mat_cohesion[m], ws) + "," +
                               report_value(p.mat_cohesion_v[m], ws) + "," + plain(p.mat_phi[m]) + "," +
@@ -168,7 +163,7 @@ static void input_lists(const Project& p, std::vector<std::string>& out)
                   "Name, Unit Weight, Piezo #, Press. Ratio, B-bar Coeff., Coeff. A, Coeff. B, Uniaxial "
                   "Strength, Coeff. D");
         for (int m = 1; m <= layers; ++m)
-            if (type_of(p, m) == 3)
+            if (material_type(p, m) == 3)
                 out.push_back(p.mat_name[m] + "," + report_value(p.mat_unit_weight[m], ws) + "," +
                               piezo_fields(p, m) + "," + plain(p.mat_coef_a[m]) + "," +
                               plain(p.mat_coef_b[m]) + "," + plain(p.mat_uniaxial[m]) + "," +

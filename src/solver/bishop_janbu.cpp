@@ -238,7 +238,7 @@ static void solve(Project& p, Port& port)
                         e.r = r;
                         e.c = c;
                         e.m = cs.material;
-                        const int type = p.mat_type[e.m] == 0 ? 1 : p.mat_type[e.m];
+                        const int type = material_type(p, e.m);
                         e.nonlinear = type == 3;
                         e.area = p.col_area(r, c);
                         e.cos_gamma = p.col_cos_gamma(r, c);

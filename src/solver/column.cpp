@@ -92,9 +92,7 @@ static void clear_node(Project& p, int r, int c, ColumnRow& row)
 
 bool column_strength(Project& p, int r, int c, int m, double sigma, bool guard_power)
 {
-    int type = p.mat_type[m];
-    if (type == 0)
-        type = 1;
+    const int type = material_type(p, m);
     double phi = 0, coh = 0;
     switch (type) {
     case 3: {
