@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, only those that are missing.
 set -euo pipefail
-need=(cmake g++ make libgtest-dev libbenchmark-dev clang libclang-rt-14-dev)
+need=(cmake g++ make libgtest-dev libbenchmark-dev clang libclang-rt-14-dev nlohmann-json3-dev libcli11-dev)
 missing=()
 for pkg in "${need[@]}"; do
     dpkg -s "$pkg" >/dev/null 2>&1 || missing+=("$pkg")
