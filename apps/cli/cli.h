@@ -1,32 +1,89 @@
-// Subcommands of the command-line program.
+// Subcommands of the command-line program, parsed by CLI11: each file adds
+// its subcommand with its options, and its callback leaves the run to main.
 #pragma once
 
+#include <array>
+#include <functional>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
 #include "project/project.h"
+#include "project_json.h"
+#include "trial.h"
 #include "ui/port.h"
 
 namespace tobel::cli {
 
-int run_info(const std::vector<std::string>& args);
-int run_solve(const std::vector<std::string>& args);
-int run_script(const std::vector<std::string>& args);
-int run_export(const std::vector<std::string>& args);
-int run_search(const std::vector<std::string>& args);
-int run_report(const std::vector<std::string>& args);
-int run_convert(const std::vector<std::string>& args);
+// Exit statuses, the same for every command.
+constexpr int exit_ok = 0;
+constexpr int exit_bad_input = 1; // unreadable or refused input, fatal input checks, bad options
+constexpr int exit_not_valid = 2; // the solution failed or its result is not valid
+constexpr int exit_stopped = 3;   // a search stopped before its end; `check` with findings
 
-// The settings file named by --settings, read at the main window's load and
-// written when the command ends; without it no settings file is touched.
+// What the chosen subcommand will run once the command line is parsed.
+using Runner = std::function<int()>;
+
+struct SolveOptions {
+    TrialOptions trial;
+    bool printout = false;
+    std::string column_text;
+    bool column = false;
+    std::array<float, 2> column_yx{};
+};
+
+struct SearchOptions {
+    TrialOptions trial;
+    bool grid = false, automatic = false;
+    bool composite = false;
+    bool trials = false;
+    bool valid_only = false;
+    std::string summary;
+};
+
+void add_info_command(CLI::App& app, Runner& run);
+void add_solve_command(CLI::App& app, Runner& run);
+void add_search_command(CLI::App& app, Runner& run);
+void add_report_command(CLI::App& app, Runner& run);
+void add_export_command(CLI::App& app, Runner& run);
+void add_convert_command(CLI::App& app, Runner& run);
+void add_check_command(CLI::App& app, Runner& run);
+void add_run_command(CLI::App& app, Runner& run);
+
+int run_solve(SolveOptions& o);
+int run_search(SearchOptions& o);
+int run_script(const std::vector<std::string>& args);
+
+// --settings PATH, which every command takes: that settings file is read at
+// the main window's load and written when the command ends; without it no
+// settings file is touched.
+void add_settings_option(CLI::App& sub);
 void set_settings_path(const std::string& path);
 void start_project(Project& p);
 void finish_project(Project& p, Port& port);
 
 // Shared by the subcommands.
-std::string json_string(const std::string& s);
 int method_number(const std::string& name); // 0 when unknown
 const char* method_name(int method);
 void print_project(const Project& p, std::ostream& out);
+// The files are single-byte text; JSON wants UTF-8.
+std::string latin1_to_utf8(const std::string& s);
+
+// Around a result: what is not valid about it is said on `warn` as a line
+// "tobel: warning: ..." and gives exit_not_valid; a valid one exit_ok. Also
+// warns when an interslice method left its equilibrium open.
+int warn_about_result(const Project& p, std::ostream& warn);
+void add_validity_json(const Project& p, nlohmann::ordered_json& j);
+void add_equilibrium_json(const Project& p, nlohmann::ordered_json& j);
+void print_equilibrium(const Project& p, std::ostream& out);
+
+// The input checks' fatal findings, with the property and the material named.
+void explain_fatal_checks(const Project& p, std::ostream& out);
+// Items of the data file that are not numbers where numbers are expected, as
+// warnings on standard error: the reader takes their leading number.
+void warn_about_tokens(const Project& p, const std::string& file);
 
 } // namespace tobel::cli

@@ -17,6 +17,13 @@ void set_settings_path(const std::string& path)
     settings_file = path;
 }
 
+void add_settings_option(CLI::App& sub)
+{
+    sub.add_option_function<std::string>("--settings", set_settings_path,
+                                         "PATH: read this settings file (colours, folder, recent files) "
+                                         "at the start and write it at the end");
+}
+
 void start_project(Project& p)
 {
     p.settings_path = settings_file;
@@ -34,28 +41,18 @@ void finish_project(Project& p, Port& port)
     }
 }
 
-std::string json_string(const std::string& s)
+std::string latin1_to_utf8(const std::string& s)
 {
-    std::string out = "\"";
+    std::string out;
     for (unsigned char c : s) {
-        switch (c) {
-        case '"': out += "\\\""; break;
-        case '\\': out += "\\\\"; break;
-        case '\n': out += "\\n"; break;
-        case '\r': out += "\\r"; break;
-        case '\t': out += "\\t"; break;
-        default:
-            if (c < 0x20 || c >= 0x80) {
-                // Files are single-byte text: show other bytes as their Latin-1 code points.
-                char buf[8];
-                std::snprintf(buf, sizeof buf, "\\u%04x", unsigned(c));
-                out += buf;
-            } else {
-                out += char(c);
-            }
+        if (c < 0x80) {
+            out += char(c);
+        } else {
+            out += char(0xC0 | (c >> 6));
+            out += char(0x80 | (c & 0x3F));
         }
     }
-    return out + "\"";
+    return out;
 }
 
 int method_number(const std::string& name)

@@ -28,7 +28,7 @@ static int export_section(Project& p, CliPort& port, const std::string& kind, fl
         } else {
             if (p.num_rows < 2) {
                 std::cerr << "tobel export: a lateral section needs a three-dimensional project\n";
-                return 1;
+                return exit_bad_input;
             }
             if (out.empty())
                 out = lateral_dat_name(at);
@@ -36,50 +36,54 @@ static int export_section(Project& p, CliPort& port, const std::string& kind, fl
         }
     } catch (const RuntimeError& e) {
         std::cerr << "tobel export: " << error_report_text(e) << "\n";
-        return 1;
+        return exit_bad_input;
     }
     std::cerr << "FILE " << out << " WAS CREATED\n";
     finish_project(p, port);
     return 0;
 }
 
-int run_export(const std::vector<std::string>& args)
-{
+namespace {
+struct ExportOptions {
     TrialOptions trial;
-    int surface = 0;
+    std::string grd_text, section_text, dat_long_text, dat_lat_text;
     std::string out;
+};
+} // namespace
+
+static int run_export(ExportOptions& o)
+{
+    TrialOptions& trial = o.trial;
+    int surface = 0;
+    std::string out = o.out;
     // The section exports: which one and at what X or Y.
     std::string section_kind;
     float section_at = 0;
     try {
-        for (std::size_t i = 0; i < args.size(); ++i) {
-            if (take_trial_option(args, i, trial))
+        check_trial_options(trial);
+        if (!o.grd_text.empty()) {
+            std::array<float, 1> k{};
+            if (!parse_numbers(o.grd_text, k) || k[0] < 1 || k[0] != float(int(k[0])))
+                throw std::runtime_error("--grd takes a surface number from 1");
+            surface = int(k[0]);
+        }
+        const std::pair<const char*, const std::string*> sections[] = {{"--section-2d", &o.section_text},
+                                                                       {"--dat-long", &o.dat_long_text},
+                                                                       {"--dat-lat", &o.dat_lat_text}};
+        for (const auto& [kind, text] : sections) {
+            if (text->empty())
                 continue;
-            if (i + 1 >= args.size())
-                throw std::runtime_error(args[i] + " needs a value");
-            if (args[i] == "--grd") {
-                std::array<float, 1> k{};
-                if (!parse_numbers(args[++i], k) || k[0] < 1 || k[0] != float(int(k[0])))
-                    throw std::runtime_error("--grd takes a surface number from 1");
-                surface = int(k[0]);
-            } else if (args[i] == "--section-2d" || args[i] == "--dat-long" || args[i] == "--dat-lat") {
-                section_kind = args[i];
-                std::array<float, 1> v{};
-                if (!parse_numbers(args[++i], v))
-                    throw std::runtime_error(section_kind + " takes a number");
-                section_at = v[0];
-            } else if (args[i] == "--out") {
-                out = args[++i];
-            } else {
-                throw std::runtime_error("unknown option '" + args[i] + "'");
-            }
+            std::array<float, 1> v{};
+            if (!parse_numbers(*text, v))
+                throw std::runtime_error(std::string(kind) + " takes a number");
+            section_kind = kind;
+            section_at = v[0];
         }
         if ((surface == 0) == section_kind.empty())
             throw std::runtime_error("give one of --grd K, --section-2d X, --dat-long X, --dat-lat Y");
-        check_trial_options(trial);
     } catch (const std::exception& e) {
         std::cerr << "tobel export: " << e.what() << "\n";
-        return 1;
+        return exit_bad_input;
     }
     Project p;
     start_project(p);
@@ -87,21 +91,28 @@ int run_export(const std::vector<std::string>& args)
     port.policy = trial.answer;
     port.show_windows = false;
     if (!open_data_file(p, port, trial.file))
-        return 1;
+        return exit_bad_input;
+    warn_about_tokens(p, trial.file);
     if (!section_kind.empty())
         return export_section(p, port, section_kind, section_at, out);
     if (surface > p.sliding_index + 2) {
         std::cerr << "tobel export: surface " << surface << " is beyond the stack (1 to " << p.sliding_index
                   << ", " << p.sliding_index + 1 << " normal stresses, " << p.sliding_index + 2
                   << " local factors of safety)\n";
-        return 1;
+        return exit_bad_input;
     }
     // The sliding plane and the column results need the surface, the results a solution.
     if (surface >= p.sliding_index) {
         if (!build_trial_surface(p, port, trial))
-            return 1;
-        if (surface > p.sliding_index && !solve_single_trial(p, port))
-            return 1;
+            return exit_bad_input;
+        if (surface > p.sliding_index) {
+            if (!solve_single_trial(p, port))
+                return exit_bad_input;
+            if (p.check_fatal != 0) {
+                explain_fatal_checks(p, std::cerr);
+                return exit_bad_input;
+            }
+        }
     }
     // The save dialog offers "G" + the number + ".GRD".
     if (out.empty())
@@ -110,10 +121,32 @@ int run_export(const std::vector<std::string>& args)
         write_grid_file(p, surface, out, port);
     } catch (const RuntimeError& e) {
         std::cerr << "tobel export: " << error_report_text(e) << "\n";
-        return 1;
+        return exit_bad_input;
     }
     finish_project(p, port);
-    return 0;
+    // Column results of a solution that is not valid are written, and said so.
+    return surface > p.sliding_index ? warn_about_result(p, std::cerr) : exit_ok;
+}
+
+void add_export_command(CLI::App& app, Runner& run)
+{
+    auto o = std::make_shared<ExportOptions>();
+    auto* sub = app.add_subcommand("export", "write a surface of FILE as a SURFER grid, or a section export");
+    add_trial_options(*sub, o->trial, true);
+    add_settings_option(*sub);
+    auto* grd =
+        sub->add_option("--grd", o->grd_text,
+                        "K: surface K of the stack (one past the sliding surface: the normal stresses "
+                        "of the solution; two past: the local factors of safety)");
+    auto* s2d = sub->add_option("--section-2d", o->section_text,
+                                "X: the two-dimensional data file of the mesh row at X");
+    auto* lng = sub->add_option("--dat-long", o->dat_long_text, "X: the longitudinal section table at X");
+    auto* lat = sub->add_option("--dat-lat", o->dat_lat_text, "Y: the lateral section table at Y");
+    grd->excludes(s2d)->excludes(lng)->excludes(lat);
+    s2d->excludes(lng)->excludes(lat);
+    lng->excludes(lat);
+    sub->add_option("--out", o->out, "PATH: the file to write (default: the program's own name)");
+    sub->callback([o, &run] { run = [o] { return run_export(*o); }; });
 }
 
 } // namespace tobel::cli

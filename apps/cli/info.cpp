@@ -7,21 +7,25 @@
 
 namespace tobel::cli {
 
-// Opens FILE as the Open command does and prints the project as read.
-int run_info(const std::vector<std::string>& args)
+void add_info_command(CLI::App& app, Runner& run)
 {
-    if (args.size() != 1) {
-        std::cerr << "usage: tobel info FILE\n";
-        return 1;
-    }
-    Project p;
-    start_project(p);
-    CliPort port(std::cerr);
-    if (!open_data_file(p, port, args[0]))
-        return 1;
-    print_project(p, std::cout);
-    finish_project(p, port);
-    return 0;
+    auto file = std::make_shared<std::string>();
+    auto* sub = app.add_subcommand("info", "open FILE as File > Open does and print the project as read");
+    add_file_option(*sub, *file);
+    add_settings_option(*sub);
+    sub->callback([file, &run] {
+        run = [file] {
+            Project p;
+            start_project(p);
+            CliPort port(std::cerr);
+            if (!open_data_file(p, port, *file))
+                return exit_bad_input;
+            warn_about_tokens(p, *file);
+            print_project(p, std::cout);
+            finish_project(p, port);
+            return exit_ok;
+        };
+    });
 }
 
 } // namespace tobel::cli

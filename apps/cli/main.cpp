@@ -1,72 +1,40 @@
 // tobel: the command-line program that stands for the menus of TOBEL-3.
 #include <iostream>
-#include <string>
-#include <vector>
 
 #include "cli.h"
 
-namespace {
-
-void usage(std::ostream& out)
-{
-    out << "usage: tobel info FILE\n"
-           "       tobel solve FILE [--method bishop|janbu|spencer|morgenstern-price]\n"
-           "                        [--surface ellipsoid|wedge|composite|general|general-wedge]\n"
-           "                        [--field XLO,XHI,YLO,YHI] [--rotation DEG] [--json]\n"
-           "                        [--printout] [--column Y,X] [--yes|--no]\n"
-           "       tobel search FILE --grid|--auto [--composite] [--method M] [--json] [--trials]\n"
-           "                         [--summary OUT.txt]\n"
-           "       tobel report FILE [solve options | --grid|--auto [--composite]] --out OUT.txt\n"
-           "       tobel export FILE --grd K [--out PATH] [solve options]\n"
-           "       tobel export FILE --section-2d X | --dat-long X | --dat-lat Y [--out PATH]\n"
-           "       tobel convert IN.TOD OUT.TOB\n"
-           "       tobel run SCRIPT\n"
-           "Every command takes --settings PATH to read and write that settings file.\n";
-}
-
-} // namespace
-
 int main(int argc, char** argv)
 {
-    std::vector<std::string> args(argv + 1, argv + argc);
-    if (args.empty() || args[0] == "--help" || args[0] == "-h") {
-        usage(args.empty() ? std::cerr : std::cout);
-        return args.empty() ? 1 : 0;
-    }
-    const std::string command = args[0];
-    args.erase(args.begin());
-    // --settings PATH belongs to every command.
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] != "--settings")
-            continue;
-        if (i + 1 >= args.size()) {
-            std::cerr << "tobel: --settings needs a file\n";
-            return 1;
-        }
-        tobel::cli::set_settings_path(args[i + 1]);
-        args.erase(args.begin() + long(i), args.begin() + long(i) + 2);
-        break;
+    namespace cli = tobel::cli;
+    CLI::App app{"TOBEL-3: factor of safety of soil and rock slopes by limit-equilibrium column methods.\n"
+                 "Exit status: 0 a valid result, 1 bad input, 2 a failed or not valid result, 3 a search "
+                 "stopped before its end or findings of `check`.",
+                 "tobel"};
+    app.require_subcommand(1);
+    app.failure_message(CLI::FailureMessage::help);
+    cli::Runner run;
+    cli::add_info_command(app, run);
+    cli::add_check_command(app, run);
+    cli::add_solve_command(app, run);
+    cli::add_search_command(app, run);
+    cli::add_report_command(app, run);
+    cli::add_export_command(app, run);
+    cli::add_convert_command(app, run);
+    cli::add_run_command(app, run);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp& e) {
+        return app.exit(e);
+    } catch (const CLI::CallForAllHelp& e) {
+        return app.exit(e);
+    } catch (const CLI::ParseError& e) {
+        app.exit(e);
+        return cli::exit_bad_input;
     }
     try {
-        if (command == "info")
-            return tobel::cli::run_info(args);
-        if (command == "solve")
-            return tobel::cli::run_solve(args);
-        if (command == "run")
-            return tobel::cli::run_script(args);
-        if (command == "export")
-            return tobel::cli::run_export(args);
-        if (command == "search")
-            return tobel::cli::run_search(args);
-        if (command == "report")
-            return tobel::cli::run_report(args);
-        if (command == "convert")
-            return tobel::cli::run_convert(args);
+        return run ? run() : cli::exit_bad_input;
     } catch (const std::exception& e) {
         std::cerr << "tobel: " << e.what() << "\n";
-        return 1;
+        return cli::exit_bad_input;
     }
-    std::cerr << "tobel: unknown command '" << command << "'\n";
-    usage(std::cerr);
-    return 1;
 }

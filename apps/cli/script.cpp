@@ -228,4 +228,13 @@ int run_script(const std::vector<std::string>& args)
     return 0;
 }
 
+void add_run_command(CLI::App& app, Runner& run)
+{
+    auto script = std::make_shared<std::string>();
+    auto* sub = app.add_subcommand("run", "run SCRIPT: menu commands and dialog steps, one per line");
+    sub->add_option("SCRIPT", *script, "the script file")->required();
+    add_settings_option(*sub);
+    sub->callback([script, &run] { run = [script] { return run_script({*script}); }; });
+}
+
 } // namespace tobel::cli

@@ -8,6 +8,7 @@
 #include "project/commands.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
+#include "search/grid_search.h"
 #include "search/search_commands.h"
 #include "search/summary.h"
 #include "trial.h"
@@ -16,113 +17,161 @@ namespace tobel::cli {
 
 namespace {
 
-struct SearchOptions {
-    TrialOptions trial;
-    int kind = 0; // 9 grid, 10 auto
-    bool composite = false;
-    bool trials = false;
-    std::string summary;
+using nlohmann::ordered_json;
+
+ordered_json record_json(const SearchRecord& r)
+{
+    ordered_json j;
+    j["fos"] = json_float(r.fos);
+    j["y"] = json_float(r.y);
+    j["z"] = json_float(r.z);
+    j["radius"] = json_float(r.radius);
+    j["volume"] = json_float(r.volume);
+    j["trial_number"] = r.trial_number;
+    j["valid"] = r.valid != 0;
+    return j;
+}
+
+// Why the search's result needs a second look; empty lines when it does not.
+struct SearchVerdict {
+    bool found = false;      // a best record exists
+    bool best_valid = false; // and it is valid
+    bool on_edge = false;    // a grid search's best centre lies on its edge
+    bool stopped = false;
+    std::string stop_reason;
 };
 
-SearchOptions parse(const std::vector<std::string>& args)
-{
-    SearchOptions o;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (take_trial_option(args, i, o.trial))
-            continue;
-        const std::string& a = args[i];
-        if (a == "--grid" || a == "--auto") {
-            const int kind = a == "--grid" ? 9 : 10;
-            if (o.kind != 0 && o.kind != kind)
-                throw std::runtime_error("give --grid or --auto, not both");
-            o.kind = kind;
-        } else if (a == "--composite") {
-            o.composite = true;
-        } else if (a == "--trials") {
-            o.trials = true;
-        } else if (a == "--summary") {
-            if (i + 1 >= args.size())
-                throw std::runtime_error("--summary needs a file");
-            o.summary = args[++i];
-        } else {
-            throw std::runtime_error("unknown option '" + a + "'");
-        }
-    }
-    if (o.kind == 0)
-        throw std::runtime_error("give --grid or --auto");
-    if (o.trial.surface != "ellipsoid" || o.trial.field || o.trial.rotation)
-        throw std::runtime_error("a search takes no --surface, --field or --rotation");
-    check_trial_options(o.trial);
-    return o;
-}
-
-void print_json(const Project& p, bool stopped, bool with_trials, std::ostream& out)
+SearchVerdict judge(const Project& p, bool interrupted)
 {
     const SearchState& s = p.search;
-    const bool found = s.best.trial_number > 0;
-    out << "{\"method\": " << json_string(method_name(p.solution_method)) << ", \"search\": \""
-        << (s.mode == 9 ? "grid" : "auto") << "\", \"best\": ";
-    if (found)
-        out << "{\"fos\": " << json_number(s.best.fos) << ", \"y\": " << json_number(s.best.y)
-            << ", \"z\": " << json_number(s.best.z) << ", \"radius\": " << json_number(s.best.radius)
-            << ", \"volume\": " << json_number(s.best.volume) << ", \"trial_number\": " << s.best.trial_number
-            << "}";
-    else
-        out << "null";
-    out << ", \"trial_count\": " << s.trial_count << ", \"fos_min\": " << json_number(s.fos_min)
-        << ", \"fos_max\": " << json_number(s.fos_max) << ", \"stopped\": " << (stopped ? "true" : "false");
+    SearchVerdict v;
+    v.found = s.best.trial_number > 0;
+    v.best_valid = v.found && s.best.valid != 0;
+    v.on_edge = v.found && s.mode == 9 && on_grid_edge(s, s.best.y, s.best.z);
+    v.stop_reason = s.stop_reason;
+    if (interrupted && v.stop_reason.empty())
+        v.stop_reason = "stopped by the user";
+    v.stopped = !v.stop_reason.empty();
+    return v;
+}
+
+void print_json(const Project& p, const SearchVerdict& v, bool with_trials, std::ostream& out)
+{
+    const SearchState& s = p.search;
+    ordered_json j;
+    j["method"] = method_name(p.solution_method);
+    j["search"] = s.mode == 9 ? "grid" : "auto";
+    j["valid_only"] = s.valid_only;
+    j["best"] = v.found ? record_json(s.best) : ordered_json(nullptr);
+    j["best_valid"] = s.best_valid.trial_number > 0 ? record_json(s.best_valid) : ordered_json(nullptr);
+    j["trial_count"] = s.trial_count;
+    j["fos_min"] = json_float(s.fos_min);
+    j["fos_max"] = json_float(s.fos_max);
+    j["stopped"] = v.stopped;
+    if (v.stopped)
+        j["stop_reason"] = latin1_to_utf8(v.stop_reason);
+    j["best_on_grid_edge"] = v.on_edge;
     if (with_trials) {
-        out << ", \"trials\": [";
+        ordered_json trials = ordered_json::array();
         for (int n = 1; n <= s.summary_count; ++n) {
             const auto k = std::size_t(n);
-            out << (n > 1 ? ", " : "") << "{\"trial_number\": " << n
-                << ", \"fos\": " << json_number(s.summary_fos[k])
-                << ", \"y\": " << json_number(s.summary_y[k]) << ", \"z\": " << json_number(s.summary_z[k])
-                << ", \"radius\": " << json_number(s.summary_radius[k])
-                << ", \"volume\": " << json_number(s.summary_volume[k]) << "}";
+            ordered_json t;
+            t["trial_number"] = n;
+            t["fos"] = json_float(s.summary_fos[k]);
+            t["y"] = json_float(s.summary_y[k]);
+            t["z"] = json_float(s.summary_z[k]);
+            t["radius"] = json_float(s.summary_radius[k]);
+            t["volume"] = json_float(s.summary_volume[k]);
+            t["valid"] = k < s.summary_valid.size() && s.summary_valid[k] != 0;
+            trials.push_back(t);
         }
-        out << "]";
+        j["trials"] = trials;
     }
-    out << "}\n";
+    out << j.dump(2) << "\n";
 }
 
-void print_text(const Project& p, bool stopped, bool with_trials, std::ostream& out)
+void print_record(const SearchRecord& r, std::ostream& out)
+{
+    out << "  Factor of Safety: " << format(r.fos, "###0.000") << "\n"
+        << "  Centre Y: " << format(r.y, "###0.00") << "  Z: " << format(r.z, "###0.00") << "\n"
+        << "  Radius: " << format(r.radius, "###0.00") << "\n"
+        << "  Slide Volume: " << format(r.volume, "###0.00") << "\n";
+}
+
+void print_text(const Project& p, const SearchVerdict& v, bool with_trials, std::ostream& out)
 {
     const SearchState& s = p.search;
-    out << (s.mode == 9 ? "Grid search" : "Auto search") << ", " << method_name(p.solution_method) << ": "
-        << s.trial_count << " trials recorded";
+    out << (s.mode == 9 ? "Grid search" : "Auto search") << ", " << method_name(p.solution_method)
+        << (s.valid_only ? " (valid results only)" : "") << ": " << s.trial_count << " trials recorded";
     if (s.trial_count > 0)
         out << ", factor of safety from " << format(s.fos_min, "###0.000") << " to "
             << format(s.fos_max, "###0.000");
-    out << (stopped ? " (stopped)" : "") << "\n";
-    if (s.best.trial_number > 0)
-        out << "Best surface: Ellipsoid #" << str(long(s.best.trial_number)) << "\n"
-            << "  Factor of Safety: " << format(s.best.fos, "###0.000") << "\n"
-            << "  Centre Y: " << format(s.best.y, "###0.00") << "  Z: " << format(s.best.z, "###0.00") << "\n"
-            << "  Radius: " << format(s.best.radius, "###0.00") << "\n"
-            << "  Slide Volume: " << format(s.best.volume, "###0.00") << "\n";
-    else
+    out << (v.stopped ? " (stopped)" : "") << "\n";
+    if (v.stopped)
+        out << "The search was stopped before its end: " << v.stop_reason
+            << ". The best record below is the best so far.\n";
+    if (v.found) {
+        out << "Best surface: Ellipsoid #" << str(long(s.best.trial_number))
+            << (v.best_valid ? "" : " (NOT VALID)") << "\n";
+        print_record(s.best, out);
+    } else {
         out << "No valid surface was found.\n";
+    }
+    if (v.found && !v.best_valid) {
+        if (s.best_valid.trial_number > 0) {
+            out << "Lowest valid trial: Ellipsoid #" << str(long(s.best_valid.trial_number)) << "\n";
+            print_record(s.best_valid, out);
+        } else {
+            out << "No trial of the search has a valid result.\n";
+        }
+    }
     if (with_trials)
         for (int n = 1; n <= s.summary_count; ++n) {
             const auto k = std::size_t(n);
+            const bool valid = k < s.summary_valid.size() && s.summary_valid[k] != 0;
             out << "Surface" << str(long(n)) << "  F = " << format(s.summary_fos[k], "####0.000")
                 << "  Y = " << format(s.summary_y[k], "####0.00")
                 << "  Z = " << format(s.summary_z[k], "####0.00")
                 << "  R = " << format(s.summary_radius[k], "####0.00")
-                << "  V = " << format(s.summary_volume[k], "####0") << "\n";
+                << "  V = " << format(s.summary_volume[k], "####0") << (valid ? "" : "  not valid") << "\n";
         }
+}
+
+// Warnings on standard error, and the exit status they give.
+int warn_about_search(const Project& p, const SearchVerdict& v)
+{
+    const SearchState& s = p.search;
+    if (v.found && !v.best_valid)
+        std::cerr << "tobel: warning: the best record, trial " << s.best.trial_number
+                  << ", is not valid (F = " << general_text(s.best.fos) << ")"
+                  << (s.best_valid.trial_number > 0
+                          ? "; the lowest valid trial is " + std::to_string(s.best_valid.trial_number) +
+                                " with F = " + format(s.best_valid.fos, "###0.000")
+                          : std::string("; no trial is valid"))
+                  << (s.valid_only ? "" : "; --valid-only keeps such trials from winning") << "\n";
+    if (v.on_edge)
+        std::cerr << "tobel: warning: the best centre (Y " << general_text(s.best.y) << ", Z "
+                  << general_text(s.best.z) << ") lies on the edge of the search grid: the critical "
+                  << "centre may lie beyond it; extend the grid\n";
+    if (v.stopped) {
+        std::cerr << "tobel: warning: the search was stopped: " << v.stop_reason << "\n";
+        return exit_stopped;
+    }
+    return v.found && v.best_valid ? exit_ok : exit_not_valid;
 }
 
 } // namespace
 
 // Opens the file, confirms the search's set-up form and runs the search.
 // Shared with the report command.
-bool run_stored_search(Project& p, CliPort& port, const TrialOptions& trial, bool grid, bool composite)
+bool run_stored_search(Project& p, CliPort& port, const TrialOptions& trial, bool grid, bool composite,
+                       bool valid_only)
 {
     if (!open_data_file(p, port, trial.file))
         return false;
+    warn_about_tokens(p, trial.file);
     p.solution_method = int16(trial.method);
+    p.search.valid_only = valid_only;
     if (composite && p.num_wedges == 0) {
         std::cerr << "tobel: " << trial.file << " holds no wedge planes\n";
         return false;
@@ -135,17 +184,44 @@ bool run_stored_search(Project& p, CliPort& port, const TrialOptions& trial, boo
         solve_grid_search(p, port);
     else
         solve_auto_search(p, port);
+    if (p.check_fatal != 0) {
+        explain_fatal_checks(p, std::cerr);
+        return false;
+    }
     return true;
 }
 
-int run_search(const std::vector<std::string>& args)
+void add_search_options(CLI::App& sub, bool& grid, bool& automatic, bool& composite, bool& valid_only)
 {
-    SearchOptions o;
+    auto* g = sub.add_flag("--grid", grid, "the grid search stored in the file");
+    sub.add_flag("--auto", automatic, "the auto search stored in the file")->excludes(g);
+    sub.add_flag("--composite", composite, "cut the trial ellipsoids with the stored wedge planes");
+    sub.add_flag("--valid-only", valid_only,
+                 "trials whose result is not valid (failed, negative, no active column, moving towards +Y) "
+                 "never become the best record; departs from the classic search, where they can win");
+}
+
+void add_search_command(CLI::App& app, Runner& run)
+{
+    auto o = std::make_shared<SearchOptions>();
+    auto* sub = app.add_subcommand("search", "run the grid or auto search stored in FILE");
+    add_trial_options(*sub, o->trial, false);
+    add_settings_option(*sub);
+    add_search_options(*sub, o->grid, o->automatic, o->composite, o->valid_only);
+    sub->add_flag("--trials", o->trials, "list every recorded trial");
+    sub->add_option("--summary", o->summary, "OUT.txt: save the search summary table");
+    sub->callback([o, &run] { run = [o] { return run_search(*o); }; });
+}
+
+int run_search(SearchOptions& o)
+{
     try {
-        o = parse(args);
+        if (!o.grid && !o.automatic)
+            throw std::runtime_error("give --grid or --auto");
+        check_trial_options(o.trial);
     } catch (const std::exception& e) {
         std::cerr << "tobel search: " << e.what() << "\n";
-        return 1;
+        return exit_bad_input;
     }
     Project p;
     start_project(p);
@@ -155,22 +231,23 @@ int run_search(const std::vector<std::string>& args)
     port.show_windows = false;
     port.show_progress = true;
     install_interrupt_handler();
-    if (!run_stored_search(p, port, o.trial, o.kind == 9, o.composite))
-        return 1;
+    if (!run_stored_search(p, port, o.trial, o.grid, o.composite, o.valid_only))
+        return exit_bad_input;
+    const SearchVerdict v = judge(p, port.stopped);
     if (o.trial.json)
-        print_json(p, port.stopped, o.trials, std::cout);
+        print_json(p, v, o.trials, std::cout);
     else
-        print_text(p, port.stopped, o.trials, std::cout);
+        print_text(p, v, o.trials, std::cout);
     if (!o.summary.empty()) {
         try {
             save_search_summary(p, o.summary);
         } catch (const RuntimeError& e) {
             std::cerr << "tobel search: " << error_report_text(e) << "\n";
-            return 1;
+            return exit_bad_input;
         }
     }
     finish_project(p, port);
-    return p.search.best.trial_number > 0 ? 0 : 2;
+    return warn_about_search(p, v);
 }
 
 } // namespace tobel::cli

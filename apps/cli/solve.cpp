@@ -2,95 +2,90 @@
 #include <iostream>
 #include <stdexcept>
 
+#include <nlohmann/json.hpp>
+
 #include "cli.h"
 #include "cli_port.h"
 #include "project/commands.h"
 #include "solver/single_column.h"
+#include "solver/validity.h"
 #include "trial.h"
 
 namespace tobel::cli {
 
 namespace {
 
-struct SolveOptions {
-    TrialOptions trial;
-    bool printout = false;
-    bool column = false;
-    std::array<float, 2> column_yx{};
-};
+using nlohmann::ordered_json;
 
-SolveOptions parse(const std::vector<std::string>& args)
+nlohmann::ordered_json solution_json(const Project& p)
 {
-    SolveOptions o;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (take_trial_option(args, i, o.trial))
-            continue;
-        if (args[i] == "--printout") {
-            o.printout = true;
-        } else if (args[i] == "--column") {
-            if (i + 1 >= args.size() || !parse_numbers(args[++i], o.column_yx))
-                throw std::runtime_error("--column takes Y,X");
-            o.column = true;
-        } else {
-            throw std::runtime_error("unknown option '" + args[i] + "'");
-        }
-    }
-    check_trial_options(o.trial);
-    return o;
-}
-
-void print_json(const Project& p, std::ostream& out)
-{
-    auto field = [&out](const char* name, const std::string& value) {
-        out << ", \"" << name << "\": " << value;
-    };
-    auto num = [&field](const char* name, float x) { field(name, json_number(x)); };
-    out << "{\"factor_of_safety\": " << json_number(p.factor_of_safety);
-    field("method", json_string(method_name(p.solution_method)));
-    num("lambda", p.lambda_coef);
-    num("slide_volume", p.slide_volume);
-    num("slide_weight", p.slide_weight);
-    num("slide_area", p.slide_area);
-    field("active_columns", std::to_string(p.active_columns));
-    num("lateral_unbalance", p.lateral_unbalance);
-    num("centre_y", p.centre_y);
-    num("centre_z", p.centre_z);
-    field("iteration_count", std::to_string(p.solution_method >= 3 ? p.iteration_count : p.iteration_total));
-    num("neg_normal_percent", p.neg_normal_percent);
-    num("head_water_sum", p.head_water_sum);
-    num("crack_water_sum", p.crack_water_sum);
-    num("ext_horizontal_sum", p.ext_horizontal_sum);
-    num("ext_vertical_sum", p.ext_vertical_sum);
+    ordered_json j;
+    j["factor_of_safety"] = json_float(p.factor_of_safety);
+    j["method"] = method_name(p.solution_method);
+    j["lambda"] = json_float(p.lambda_coef);
+    j["slide_volume"] = json_float(p.slide_volume);
+    j["slide_weight"] = json_float(p.slide_weight);
+    j["slide_area"] = json_float(p.slide_area);
+    j["active_columns"] = p.active_columns;
+    j["lateral_unbalance"] = json_float(p.lateral_unbalance);
+    j["centre_y"] = json_float(p.centre_y);
+    j["centre_z"] = json_float(p.centre_z);
+    j["iteration_count"] = p.solution_method >= 3 ? int(p.iteration_count) : p.iteration_total;
+    j["neg_normal_percent"] = json_float(p.neg_normal_percent);
+    j["head_water_sum"] = json_float(p.head_water_sum);
+    j["crack_water_sum"] = json_float(p.crack_water_sum);
+    j["ext_horizontal_sum"] = json_float(p.ext_horizontal_sum);
+    j["ext_vertical_sum"] = json_float(p.ext_vertical_sum);
     if (p.solution_method >= 3) {
-        out << ", \"acceptability\": {\"moment_shear\": " << json_number(p.moment_shear);
-        field("moment_other", json_number(p.moment_other));
+        ordered_json a;
+        a["moment_shear"] = json_float(p.moment_shear);
+        a["moment_other"] = json_float(p.moment_other);
         if (p.num_rows == 1) {
-            field("thrust_ratio_mean", json_number(p.thrust_ratio_mean));
-            field("thrust_ratio_min", json_number(p.thrust_ratio_min));
-            field("thrust_ratio_max", json_number(p.thrust_ratio_max));
-            field("vol_thrust_inside", json_number(p.vol_thrust_inside));
-            field("vol_thrust_middle", json_number(p.vol_thrust_middle));
-            field("vol_tension", json_number(p.vol_tension));
+            a["thrust_ratio_mean"] = json_float(p.thrust_ratio_mean);
+            a["thrust_ratio_min"] = json_float(p.thrust_ratio_min);
+            a["thrust_ratio_max"] = json_float(p.thrust_ratio_max);
+            a["vol_thrust_inside"] = json_float(p.vol_thrust_inside);
+            a["vol_thrust_middle"] = json_float(p.vol_thrust_middle);
+            a["vol_tension"] = json_float(p.vol_tension);
         }
-        field("vol_overstressed", json_number(p.vol_overstressed));
-        out << "}";
+        a["vol_overstressed"] = json_float(p.vol_overstressed);
+        j["acceptability"] = a;
     }
-    out << ", \"messages\": [";
+    add_equilibrium_json(p, j);
+    add_validity_json(p, j);
+    ordered_json messages = ordered_json::array();
     for (int i = 1; i <= p.message_count; ++i)
-        out << (i > 1 ? ", " : "") << json_string(p.message_text[std::size_t(i)]);
-    out << "]}\n";
+        messages.push_back(latin1_to_utf8(p.message_text[std::size_t(i)]));
+    j["messages"] = messages;
+    return j;
 }
 
 } // namespace
 
-int run_solve(const std::vector<std::string>& args)
+void add_solve_command(CLI::App& app, Runner& run)
 {
-    SolveOptions o;
+    auto o = std::make_shared<SolveOptions>();
+    auto* sub =
+        app.add_subcommand("solve", "open FILE, build its sliding surface and solve the single trial");
+    add_trial_options(*sub, o->trial, true);
+    add_settings_option(*sub);
+    sub->add_flag("--printout", o->printout, "add the solution printout (lateral balance or acceptability)");
+    sub->add_option("--column", o->column_text, "Y,X: print the single column output of the column there");
+    sub->callback([o, &run] { run = [o] { return run_solve(*o); }; });
+}
+
+int run_solve(SolveOptions& o)
+{
     try {
-        o = parse(args);
+        check_trial_options(o.trial);
+        if (!o.column_text.empty()) {
+            if (!parse_numbers(o.column_text, o.column_yx))
+                throw std::runtime_error("--column takes Y,X");
+            o.column = true;
+        }
     } catch (const std::exception& e) {
         std::cerr << "tobel solve: " << e.what() << "\n";
-        return 1;
+        return exit_bad_input;
     }
     Project p;
     start_project(p);
@@ -102,10 +97,16 @@ int run_solve(const std::vector<std::string>& args)
     install_interrupt_handler();
 
     if (!prepare_trial(p, port, o.trial))
-        return 1;
+        return exit_bad_input;
+    warn_about_tokens(p, o.trial.file);
     if (!solve_single_trial(p, port)) {
         std::cerr << "tobel solve: method " << method_name(p.solution_method) << " is not available\n";
-        return 1;
+        return exit_bad_input;
+    }
+    if (p.check_fatal != 0) {
+        explain_fatal_checks(p, std::cerr);
+        finish_project(p, port);
+        return exit_bad_input;
     }
     if (o.column) {
         std::vector<std::string> lines;
@@ -113,10 +114,13 @@ int run_solve(const std::vector<std::string>& args)
         for (const auto& l : lines)
             (o.trial.json ? std::cerr : std::cout) << l << "\n";
     }
+    if (o.printout && !o.trial.json)
+        print_equilibrium(p, std::cout);
     if (o.trial.json)
-        print_json(p, std::cout);
+        std::cout << solution_json(p).dump(2) << "\n";
+    const int status = warn_about_result(p, std::cerr);
     finish_project(p, port);
-    return p.factor_of_safety == 0 ? 2 : 0;
+    return status;
 }
 
 } // namespace tobel::cli

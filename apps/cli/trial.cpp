@@ -33,49 +33,47 @@ template bool parse_numbers<1>(const std::string&, std::array<float, 1>&);
 template bool parse_numbers<2>(const std::string&, std::array<float, 2>&);
 template bool parse_numbers<4>(const std::string&, std::array<float, 4>&);
 
-int take_trial_option(const std::vector<std::string>& args, std::size_t& i, TrialOptions& o)
+void add_file_option(CLI::App& sub, std::string& file)
 {
-    const std::string& a = args[i];
-    auto value = [&]() -> std::string {
-        if (i + 1 >= args.size())
-            throw std::runtime_error(a + " needs a value");
-        return args[++i];
-    };
-    if (a == "--method") {
-        const std::string m = value();
-        o.method = method_number(m);
-        if (o.method == 0)
-            throw std::runtime_error("unknown method '" + m + "'");
-    } else if (a == "--surface") {
-        o.surface = value();
-    } else if (a == "--field") {
-        if (!parse_numbers(value(), o.field_limits))
-            throw std::runtime_error("--field takes XLO,XHI,YLO,YHI");
-        o.field = true;
-    } else if (a == "--rotation") {
-        std::array<float, 1> deg{};
-        if (!parse_numbers(value(), deg))
-            throw std::runtime_error("--rotation takes a number of degrees");
-        o.rotation = true;
-        o.rotation_deg = deg[0];
-    } else if (a == "--json") {
-        o.json = true;
-    } else if (a == "--yes") {
-        o.answer = Answer::yes;
-    } else if (a == "--no") {
-        o.answer = Answer::no;
-    } else if (!a.empty() && a[0] == '-') {
-        return 0;
-    } else if (o.file.empty()) {
-        o.file = a;
-    } else {
-        throw std::runtime_error("more than one file given");
+    sub.add_option("FILE", file, "the data file (.TOB)")->required();
+}
+
+void add_trial_options(CLI::App& sub, TrialOptions& o, bool surface)
+{
+    add_file_option(sub, o.file);
+    sub.add_option("--method", o.method_text, "bishop, janbu, spencer or morgenstern-price (default bishop)");
+    if (surface) {
+        sub.add_option("--surface", o.surface,
+                       "ellipsoid (default), wedge, composite, general or general-wedge: the surface stored "
+                       "in the file, built as its dialog's Continue builds it");
+        sub.add_option("--field", o.field_text,
+                       "XLO,XHI,YLO,YHI: the discontinuity field of a general surface");
+        sub.add_option("--rotation", o.rotation_text,
+                       "DEG: rotate the direction of sliding for this solution");
     }
-    return 1;
+    sub.add_flag("--json", o.json, "print one JSON object on standard output");
+    auto* yes = sub.add_flag("--yes", o.yes, "answer Yes to the program's questions");
+    sub.add_flag("--no", o.no, "answer No to the program's questions (the default)")->excludes(yes);
 }
 
 void check_trial_options(TrialOptions& o)
 {
+    o.method = method_number(o.method_text);
+    if (o.method == 0)
+        throw std::runtime_error("unknown method '" + o.method_text + "'");
+    o.answer = o.yes ? Answer::yes : Answer::no;
+    if (!o.field_text.empty()) {
+        if (!parse_numbers(o.field_text, o.field_limits))
+            throw std::runtime_error("--field takes XLO,XHI,YLO,YHI");
+        o.field = true;
+    }
+    if (!o.rotation_text.empty()) {
+        std::array<float, 1> deg{};
+        if (!parse_numbers(o.rotation_text, deg))
+            throw std::runtime_error("--rotation takes a number of degrees");
+        o.rotation = true;
+        o.rotation_deg = deg[0];
+    }
     if (o.file.empty())
         throw std::runtime_error("no data file given");
     if (!parse_surface_command(o.surface, o.surface_command))
@@ -136,21 +134,6 @@ bool build_trial_surface(Project& p, CliPort& port, const TrialOptions& o)
         p.rotation_angle = o.rotation_deg;
     p.solution_method = int16(o.method);
     return true;
-}
-
-// JSON has no NaN or infinity; a result never holds one, but a bad file must
-// not produce invalid output.
-std::string json_number(float x)
-{
-    if (!std::isfinite(x))
-        return "0";
-    char buf[32];
-    for (int digits = 6; digits <= 9; ++digits) {
-        std::snprintf(buf, sizeof buf, "%.*g", digits, double(x));
-        if (std::strtof(buf, nullptr) == x)
-            break;
-    }
-    return buf;
 }
 
 } // namespace tobel::cli

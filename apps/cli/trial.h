@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include <CLI/CLI.hpp>
+
 #include "cli_port.h"
 #include "project/project.h"
 #include "project/surface_commands.h"
@@ -14,23 +16,29 @@ namespace tobel::cli {
 
 struct TrialOptions {
     std::string file;
+    std::string method_text = "bishop";
     int method = 1;
     std::string surface = "ellipsoid";
     SurfaceCommand surface_command = SurfaceCommand::ellipsoid;
+    std::string field_text;
     bool field = false;
     std::array<float, 4> field_limits{};
+    std::string rotation_text;
     bool rotation = false;
     float rotation_deg = 0;
     bool json = false;
+    bool yes = false, no = false;
     Answer answer = Answer::no;
 };
 
-// Takes the option at args[i] (and its value) if it is one of the trial
-// options or the data file. Returns 1 when taken, 0 when not an option of
-// these, and throws std::runtime_error with the reason on a bad value.
-int take_trial_option(const std::vector<std::string>& args, std::size_t& i, TrialOptions& o);
+// The data file and the options every command that opens and solves takes:
+// --method, --json, --yes/--no; with `surface` also --surface, --field and
+// --rotation.
+void add_file_option(CLI::App& sub, std::string& file);
+void add_trial_options(CLI::App& sub, TrialOptions& o, bool surface);
 
-// Checks the options once all are read; throws std::runtime_error.
+// Checks and converts the options once all are read; throws
+// std::runtime_error naming the option and what it takes.
 void check_trial_options(TrialOptions& o);
 
 // Comma-separated numbers, exactly as many as `out` holds.
@@ -47,8 +55,5 @@ bool build_trial_surface(Project& p, CliPort& port, const TrialOptions& o);
 
 // open_data_file, then build_trial_surface.
 bool prepare_trial(Project& p, CliPort& port, const TrialOptions& o);
-
-// The shortest decimal text that reads back as the same single.
-std::string json_number(float x);
 
 } // namespace tobel::cli

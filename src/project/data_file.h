@@ -40,6 +40,10 @@ void write_data_file(Project& p, const std::string& path);
 void read_data_file(Project& p, const std::string& path, Port& port);
 
 class InputReader;
+// Every item of the data file in order, as read_data_file reads them, without
+// loading grid files or touching the menus: for tools that look at a file.
+void read_data_items(Project& p, InputReader& in);
+
 // The mesh counts as the data files hold them, columns first, then rows and
 // sections, refused beyond the limits; the grids are sized to them.
 void read_mesh_counts(InputReader& in, Project& p);

@@ -22,6 +22,10 @@ struct SearchRecord {
     float unbalance = 0; // lateral_unbalance
     float weight = 0;    // slide_weight
     std::int16_t best_point = 0;
+    // Whether the trial's result is valid (-1): a finite F above 0 of a
+    // slide that has active columns and moves down the slope. Kept beside
+    // the classic fields; the classic comparisons never read it.
+    std::int16_t valid = 0;
 };
 
 // Upper limits of the nine classes of F, as singles: a value belongs to the
@@ -41,6 +45,18 @@ struct SearchState {
     std::vector<float> summary_fos, summary_y, summary_z, summary_radius, summary_volume;
     std::int16_t summary_count = 0;
     std::int16_t best_trial = 0;
+    std::vector<std::int16_t> summary_valid; // the record's `valid`, by trial_number
+
+    // The lowest valid trial of the search, whatever the best record is.
+    SearchRecord best_valid;
+    // Chosen by the user, off by default: trials that are not valid never
+    // become the best record (and no radius step that is not valid improves
+    // a centre), so the walk goes on from the best valid centre. A departure
+    // from the classic search, where a failed trial (F = 0) wins.
+    bool valid_only = false;
+    // Why the last search ended before its natural end: empty when it ran to
+    // its end; "stopped by the user", or the run-time error that ended it.
+    std::string stop_reason;
 
     // Range of F over the search; the first recorded trial sets both ends.
     float fos_max = 0, fos_min = 0;

@@ -59,13 +59,14 @@ bool auto_search(Project& p, Port& port, const AutoSearchRecord& r)
                             r.auto_point_y, r.auto_point_z, r.auto_tangent_z, r.auto_radius_step, step, step);
             if (s.search_abort != 0) {
                 s.search_abort = 0;
+                s.stop_reason = "stopped by the user";
                 return false;
             }
             if (p.surface_out_flag == -1 && s.trial_count == 0)
                 return false;
             // An out-of-bounds point leaves the trial record as it was, which
             // never beats the best.
-            if (s.trial.fos < s.best.fos || !accepted) {
+            if (trial_may_be_best(s) && (s.trial.fos < s.best.fos || !accepted)) {
                 accept_best(p, pt);
                 accepted = true;
             }
@@ -77,6 +78,9 @@ bool auto_search(Project& p, Port& port, const AutoSearchRecord& r)
         cz = s.best.z;
         ++s.round;
     }
+    // With valid results only, a first stencil without one has no result.
+    if (!accepted)
+        return false;
     // 5.
     show_final(p, port, step, step);
     return true;

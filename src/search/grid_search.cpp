@@ -1,5 +1,6 @@
 #include "search/grid_search.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 
@@ -43,21 +44,42 @@ bool grid_search(Project& p, Port& port, const GridSearchRecord& r)
                         r.grid_point_z, r.grid_tangent_z, r.grid_radius_step, s.grid_dy, s.grid_dz);
         if (s.search_abort != 0) {
             s.search_abort = 0;
+            s.stop_reason = "stopped by the user";
             return false;
         }
-        if (p.surface_out_flag == -1) {
-            // The first best is the first centre in bounds.
+        if (p.surface_out_flag == -1 || !trial_may_be_best(s)) {
+            // The first best is the first centre in bounds (and valid, when
+            // only valid results may win).
             if (k == first)
                 ++first;
         } else if (k == first || s.trial.fos < s.best.fos) {
             accept_best(p, k);
         }
     }
+    if (s.valid_only && s.best.trial_number == 0)
+        return false;
     if (s.fos_max != 0 && s.fos_min != 0) {
         show_final(p, port, s.grid_dy, s.grid_dz);
         return true;
     }
     return false;
+}
+
+// The centres of the grid are exact singles of point_y and point_z, and so
+// are the records' centres: equality is the test of a side.
+bool on_grid_edge(const SearchState& s, float y, float z)
+{
+    if (s.point_last < 0)
+        return false;
+    float y_lo = s.point_y[0], y_hi = y_lo, z_lo = s.point_z[0], z_hi = z_lo;
+    for (long k = 1; k <= s.point_last; ++k) {
+        y_lo = std::min(y_lo, s.point_y[std::size_t(k)]);
+        y_hi = std::max(y_hi, s.point_y[std::size_t(k)]);
+        z_lo = std::min(z_lo, s.point_z[std::size_t(k)]);
+        z_hi = std::max(z_hi, s.point_z[std::size_t(k)]);
+    }
+    const bool across_y = y_hi > y_lo, across_z = z_hi > z_lo;
+    return (across_y && (y == y_lo || y == y_hi)) || (across_z && (z == z_lo || z == z_hi));
 }
 
 } // namespace tobel

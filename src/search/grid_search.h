@@ -24,4 +24,8 @@ void build_grid_points(SearchState& s, const GridSearchRecord& r);
 // surface was shown.
 bool grid_search(Project& p, Port& port, const GridSearchRecord& r);
 
+// True when (y, z) lies on a side of the grid of centres that has width: a
+// critical centre there may lie beyond the grid, which should be extended.
+bool on_grid_edge(const SearchState& s, float y, float z);
+
 } // namespace tobel

@@ -40,6 +40,7 @@ static void prepare_search(Project& p, Port& port, int mode, float x, float aspe
     s.pause_flag = 0;
     s.search_abort = 0;
     s.final_drawing = 0;
+    s.stop_reason.clear();
     // 4. The section of the search, drawn without its sliding surface.
     p.ell_x = x;
     p.ell_aspect = aspect;
@@ -69,6 +70,12 @@ static bool finish_search(Project& p, Port& port)
 static void report_search_error(Project& p, Port& port, const RuntimeError& e)
 {
     p.search.running = 0;
+    // The counters of a search are 16-bit: their overflow is the trial limit.
+    p.search.stop_reason =
+        e.number() == err_overflow
+            ? "trial limit reached: a search counts at most 32767 trials and grid centres (" +
+                  error_report_text(e) + ")"
+            : error_report_text(e);
     port.busy(false);
     port.message_box(error_report_text(e), Buttons::ok, Icon::critical, "TOBEL-3");
 }

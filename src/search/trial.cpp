@@ -8,6 +8,7 @@
 #include "solver/bishop_janbu.h"
 #include "solver/checks.h"
 #include "solver/spencer_mp.h"
+#include "solver/validity.h"
 #include "surfaces/crack.h"
 #include "surfaces/ellipsoid.h"
 #include "surfaces/wedges.h"
@@ -70,6 +71,7 @@ void init_search(Project& p)
     SearchState& s = p.search;
     s.trial = SearchRecord{};
     s.best = SearchRecord{};
+    s.best_valid = SearchRecord{};
     s.trial_count = 0;
     s.radius_step_count = 1;
 }
@@ -202,6 +204,9 @@ void evaluate_trial(Project& p, Port& port, float y, float z, float radius, floa
     t.third = plot_a;
     t.unbalance = p.lateral_unbalance;
     t.weight = p.slide_weight;
+    t.valid = result_flaw(p) == ResultFlaw::none ? -1 : 0;
+    if (t.valid != 0 && (s.best_valid.trial_number == 0 || t.fos < s.best_valid.fos))
+        s.best_valid = t;
 
     s.panel_lines = trial_panel_lines(t);
     port.progress(trial_progress_line(t));
@@ -210,6 +215,9 @@ void evaluate_trial(Project& p, Port& port, float y, float z, float radius, floa
     for (auto* v : {&s.summary_fos, &s.summary_y, &s.summary_z, &s.summary_radius, &s.summary_volume})
         if (v->size() < n + 1)
             v->resize(n + 1, 0.0f);
+    if (s.summary_valid.size() < n + 1)
+        s.summary_valid.resize(n + 1, 0);
+    s.summary_valid[n] = t.valid;
     s.summary_fos[n] = t.fos;
     s.summary_y[n] = t.y;
     s.summary_z[n] = t.z;
@@ -227,10 +235,18 @@ static float stepped_radius(float z, float tangent_z, float steps_times_step)
     return float(double(z) - double(tangent_z) + double(steps_times_step));
 }
 
-// True when the last mode-1 trial was in bounds and beat the trial record.
+// True when the last mode-1 trial was in bounds and beat the trial record;
+// with valid results only, it must also be valid.
 static bool improves(const Project& p)
 {
+    if (p.search.valid_only && result_flaw(p) != ResultFlaw::none)
+        return false;
     return p.surface_out_flag != -1 && p.factor_of_safety < p.search.trial.fos;
+}
+
+bool trial_may_be_best(const SearchState& s)
+{
+    return !s.valid_only || s.trial.valid != 0;
 }
 
 void step_radius(Project& p, Port& port, float y, float z, float tangent_z, float radius_step, float plot_a,

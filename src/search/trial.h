@@ -45,6 +45,10 @@ void step_radius(Project& p, Port& port, float y, float z, float tangent_z, floa
 void evaluate_centre(Project& p, Port& port, float y, float z, float point_y, float point_z, float tangent_z,
                      float radius_step, float plot_a, float plot_b);
 
+// True unless valid results only are asked for and the trial record is not
+// valid: then it may not become the best record.
+bool trial_may_be_best(const SearchState& s);
+
 // Copies the trial record into the best record with the stencil point index.
 void accept_best(Project& p, long point);
 
