@@ -154,22 +154,26 @@ void write_data_file(Project& p, const std::string& path)
     update_recent_files(p);
 }
 
-static float single(InputReader& in)
+// Each item is read under its state's name; the name shows only in the
+// record of items that tools can ask the reader to keep.
+static float single(InputReader& in, ItemName name)
 {
-    return in.single();
+    return in.single(name);
 }
-static int16 int16_item(InputReader& in)
+static int16 int16_item(InputReader& in, ItemName name)
 {
-    return int16(in.integer16());
+    return int16(in.integer16(name));
 }
 
+// Statement labels are those of the .TOB layout: 6, 10a to 10c, 15a, 16a.
 void read_mesh_counts(InputReader& in, Project& p)
 {
-    const int16 cols = int16_item(in);
+    in.statement("6");
+    const int16 cols = int16_item(in, "num_cols");
     in.check_count("num_cols", cols, 1, 3000);
-    const int16 rows = int16_item(in);
+    const int16 rows = int16_item(in, "num_rows");
     in.check_count("num_rows", rows, 1, 3000);
-    const int16 sections = int16_item(in);
+    const int16 sections = int16_item(in, "num_sections");
     in.check_count("num_sections", sections, 0, section_capacity);
     p.num_cols = cols;
     p.num_rows = rows;
@@ -180,55 +184,61 @@ void read_mesh_counts(InputReader& in, Project& p)
 void read_wedge_table(InputReader& in, Project& p)
 {
     for (int w = 1; w <= p.num_wedges; ++w) {
-        p.wedge_x[w] = single(in);
-        p.wedge_y[w] = single(in);
-        p.wedge_z[w] = single(in);
-        p.wedge_code[w] = single(in);
-        p.wedge_dip[w] = single(in);
-        p.wedge_dipdir[w] = single(in);
+        in.statement("15a");
+        p.wedge_x[w] = single(in, {"wedge_x", w});
+        p.wedge_y[w] = single(in, {"wedge_y", w});
+        p.wedge_z[w] = single(in, {"wedge_z", w});
+        p.wedge_code[w] = single(in, {"wedge_code", w});
+        p.wedge_dip[w] = single(in, {"wedge_dip", w});
+        p.wedge_dipdir[w] = single(in, {"wedge_dipdir", w});
     }
 }
 
 void read_force_table(InputReader& in, Project& p)
 {
     for (int f = 1; f <= p.num_forces; ++f) {
-        p.force_h[f] = single(in);
-        p.force_v[f] = single(in);
-        p.force_x[f] = single(in);
-        p.force_y[f] = single(in);
-        p.force_z[f] = single(in);
+        in.statement("16a");
+        p.force_h[f] = single(in, {"force_h", f});
+        p.force_v[f] = single(in, {"force_v", f});
+        p.force_x[f] = single(in, {"force_x", f});
+        p.force_y[f] = single(in, {"force_y", f});
+        p.force_z[f] = single(in, {"force_z", f});
     }
 }
 
 void read_section_lines(InputReader& in, Project& p, int line_sets)
 {
     for (int s = 1; s <= p.num_sections; ++s) {
-        p.sections.x[std::size_t(s)] = single(in);
+        in.statement("10a");
+        p.sections.x[std::size_t(s)] = single(in, {"section_x", s});
         for (int k = 1; k <= line_sets; ++k) {
-            const int16 n_pts = int16_item(in);
+            in.statement("10b");
+            const int16 n_pts = int16_item(in, {"section_npts", s, k});
             in.check_count("section_npts", n_pts, 0, section_point_capacity);
             p.sections.n(s, k) = n_pts;
             for (int n = 1; n <= n_pts; ++n) {
-                p.sections.y(s, n, k) = single(in);
-                p.sections.z(s, n, k) = single(in);
+                in.statement("10c");
+                p.sections.y(s, n, k) = single(in, {"section_y", s, n, k});
+                p.sections.z(s, n, k) = single(in, {"section_z", s, n, k});
             }
         }
     }
 }
 
-void read_data_file(Project& p, const std::string& path, Port& port)
+void read_data_items(Project& p, InputReader& in)
 {
-    BusyPointer busy(port);
-    InputReader in(path);
+    in.statement("1");
+    p.project_title = in.line("project_title");
+    in.statement("2");
+    p.dataset_title = in.line("dataset_title");
+    in.statement("3");
+    p.input_by = in.line("input_by");
 
-    p.project_title = in.line();
-    p.dataset_title = in.line();
-    p.input_by = in.line();
-
-    p.unit_weight_water = single(in);
-    const int16 layers = int16_item(in);
-    const int16 piezos = int16_item(in);
-    const int16 discs = int16_item(in);
+    in.statement("4");
+    p.unit_weight_water = single(in, "unit_weight_water");
+    const int16 layers = int16_item(in, "num_layers");
+    const int16 piezos = int16_item(in, "num_piezos");
+    const int16 discs = int16_item(in, "num_discs");
     // The stack and the material table have fixed room.
     in.check_count("num_layers", layers, 0, section_surface_capacity);
     in.check_count("num_piezos", piezos, 0, section_surface_capacity);
@@ -240,10 +250,11 @@ void read_data_file(Project& p, const std::string& path, Port& port)
     p.num_discs = discs;
     derive_counts(p);
 
-    p.y_min = single(in);
-    p.y_max = single(in);
-    p.x_min = single(in);
-    p.x_max = single(in);
+    in.statement("5");
+    p.y_min = single(in, "y_min");
+    p.y_max = single(in, "y_max");
+    p.x_min = single(in, "x_min");
+    p.x_max = single(in, "x_max");
 
     read_mesh_counts(in, p);
     p.row_spacing =
@@ -253,77 +264,97 @@ void read_data_file(Project& p, const std::string& path, Port& port)
         throw RuntimeError(err_division_by_zero, in.where());
     p.col_spacing = float((double(p.y_max) - double(p.y_min)) / double(p.num_cols - 1));
 
-    p.interp_method = int16_item(in);
-    p.axis_y = single(in);
-    p.axis_z = single(in);
+    in.statement("7");
+    p.interp_method = int16_item(in, "interp_method");
+    p.axis_y = single(in, "axis_y");
+    p.axis_z = single(in, "axis_z");
 
     for (int m = 1; m <= p.num_mat_entries; ++m) {
-        p.mat_name[m] = in.line();
-        p.mat_unit_weight[m] = single(in);
-        p.mat_type[m] = int16_item(in);
-        p.mat_cohesion[m] = single(in);
-        p.mat_cohesion_v[m] = single(in);
-        p.mat_phi[m] = single(in);
-        p.mat_phi_v[m] = single(in);
-        p.mat_coef_a[m] = single(in);
-        p.mat_coef_b[m] = single(in);
-        p.mat_uniaxial[m] = single(in);
-        p.mat_coef_d[m] = single(in);
+        in.statement("8a");
+        p.mat_name[m] = in.line({"mat_name", m});
+        in.statement("8b");
+        p.mat_unit_weight[m] = single(in, {"mat_unit_weight", m});
+        p.mat_type[m] = int16_item(in, {"mat_type", m});
+        p.mat_cohesion[m] = single(in, {"mat_cohesion", m});
+        p.mat_cohesion_v[m] = single(in, {"mat_cohesion_v", m});
+        p.mat_phi[m] = single(in, {"mat_phi", m});
+        p.mat_phi_v[m] = single(in, {"mat_phi_v", m});
+        in.statement("8c");
+        p.mat_coef_a[m] = single(in, {"mat_coef_a", m});
+        p.mat_coef_b[m] = single(in, {"mat_coef_b", m});
+        p.mat_uniaxial[m] = single(in, {"mat_uniaxial", m});
+        p.mat_coef_d[m] = single(in, {"mat_coef_d", m});
         for (int pair = 0; pair < 2; ++pair) {
-            p.mat_piezo[m] = single(in);
-            p.mat_bbar[m] = single(in);
+            p.mat_piezo[m] = single(in, {"mat_piezo", m});
+            p.mat_bbar[m] = single(in, {"mat_bbar", m});
         }
     }
 
     for (int k = 1; k <= p.sliding_index; ++k) {
-        p.surf_method[k] = int16_item(in);
-        p.surf_depth[k] = single(in);
-        p.surf_grd_file[k] = in.text_item();
+        in.statement("9");
+        p.surf_method[k] = int16_item(in, {"surf_method", k});
+        p.surf_depth[k] = single(in, {"surf_depth", k});
+        p.surf_grd_file[k] = in.text_item({"surf_grd_file", k});
     }
 
     read_section_lines(in, p, p.sliding_index);
 
-    p.base_z = single(in);
+    in.statement("11");
+    p.base_z = single(in, "base_z");
 
-    p.search_x = single(in);
-    p.single_y = single(in);
-    p.single_z = single(in);
-    p.tangent_z = single(in);
-    p.aspect_in = single(in);
-    p.radius_in = single(in);
+    in.statement("12");
+    p.search_x = single(in, "search_x");
+    p.single_y = single(in, "single_y");
+    p.single_z = single(in, "single_z");
+    p.tangent_z = single(in, "tangent_z");
+    p.aspect_in = single(in, "aspect_in");
+    p.radius_in = single(in, "radius_in");
 
-    p.grid_y_ul = single(in);
-    p.grid_z_ul = single(in);
-    p.grid_y_lr = single(in);
-    p.grid_z_lr = single(in);
-    p.grid_tan_spacing = single(in);
-    p.grid_n_y = single(in);
-    p.grid_n_z = single(in);
-    p.common_y = single(in);
-    p.common_z = single(in);
+    in.statement("13");
+    p.grid_y_ul = single(in, "grid_y_ul");
+    p.grid_z_ul = single(in, "grid_z_ul");
+    p.grid_y_lr = single(in, "grid_y_lr");
+    p.grid_z_lr = single(in, "grid_z_lr");
+    p.grid_tan_spacing = single(in, "grid_tan_spacing");
+    p.grid_n_y = single(in, "grid_n_y");
+    p.grid_n_z = single(in, "grid_n_z");
+    p.common_y = single(in, "common_y");
+    p.common_z = single(in, "common_z");
 
-    p.auto_y = single(in);
-    p.auto_z = single(in);
-    p.auto_spacing = single(in);
-    p.auto_tan_spacing = single(in);
+    in.statement("14");
+    p.auto_y = single(in, "auto_y");
+    p.auto_z = single(in, "auto_z");
+    p.auto_spacing = single(in, "auto_spacing");
+    p.auto_tan_spacing = single(in, "auto_tan_spacing");
 
-    const int16 wedges = int16_item(in);
+    in.statement("15");
+    const int16 wedges = int16_item(in, "num_wedges");
     in.check_count("num_wedges", wedges, 0, wedge_capacity);
     p.num_wedges = wedges;
     read_wedge_table(in, p);
 
-    const int16 forces = int16_item(in);
+    in.statement("16");
+    const int16 forces = int16_item(in, "num_forces");
     in.check_count("num_forces", forces, 0, force_capacity);
     p.num_forces = forces;
     read_force_table(in, p);
 
-    p.crack_mode = int16_item(in);
-    p.crack_y = single(in);
-    p.crack_depth = single(in);
-    p.crack_water_pct = single(in);
+    in.statement("17");
+    p.crack_mode = int16_item(in, "crack_mode");
+    p.crack_y = single(in, "crack_y");
+    p.crack_depth = single(in, "crack_depth");
+    p.crack_water_pct = single(in, "crack_water_pct");
 
     // The truth word read as a number: True and False both give 0.
-    p.eq_coef = single(in);
+    in.statement("18");
+    p.eq_coef = single(in, "eq_coef");
+}
+
+void read_data_file(Project& p, const std::string& path, Port& port)
+{
+    BusyPointer busy(port);
+    InputReader in(path);
+    read_data_items(p, in);
 
     for (int k = 1; k <= p.sliding_index; ++k)
         if (p.surf_method[k] == 1)

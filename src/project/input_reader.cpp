@@ -36,6 +36,48 @@ InputReader InputReader::from_text(std::string text, std::string name)
     return r;
 }
 
+std::string ItemName::str() const
+{
+    if (!base)
+        return {};
+    std::string s = base;
+    if (count > 0) {
+        s += '(';
+        for (int i = 0; i < count; ++i) {
+            if (i > 0)
+                s += ", ";
+            s += std::to_string(index[std::size_t(i)]);
+        }
+        s += ')';
+    }
+    return s;
+}
+
+void InputReader::record(ReadItem::Kind kind, const std::string& text, double value, bool comma)
+{
+    if (!recording_)
+        return;
+    ReadItem r;
+    r.kind = kind;
+    r.line = item_line_;
+    r.text = text;
+    r.value = value;
+    r.name = current_.str();
+    r.statement = statement_;
+    r.instance = instance_;
+    r.comma = comma;
+    items_.push_back(std::move(r));
+}
+
+bool InputReader::only_blanks_left() const
+{
+    // A Ctrl-Z ended text files of old editors.
+    for (std::size_t i = pos_; i < data_.size(); ++i)
+        if (data_[i] != ' ' && data_[i] != '\t' && data_[i] != '\r' && data_[i] != '\n' && data_[i] != '\x1a')
+            return false;
+    return true;
+}
+
 std::string InputReader::where() const
 {
     return name_ + ", line " + std::to_string(item_line_);
@@ -75,24 +117,27 @@ void InputReader::start_item()
         throw RuntimeError(err_input_past_end, where());
 }
 
-std::string InputReader::line()
+std::string InputReader::line(ItemName name)
 {
+    current_ = name;
     start_item();
     const std::size_t from = pos_;
     while (!eof() && !at_line_end())
         ++pos_;
     std::string s = data_.substr(from, pos_ - from);
     take_line_end();
+    record(ReadItem::Kind::line, s, 0, false);
     return s;
 }
 
-double InputReader::number()
+double InputReader::number(ItemName name)
 {
+    current_ = name;
     std::string item;
-    return number(item);
+    return read_number(item, ReadItem::Kind::number);
 }
 
-double InputReader::number(std::string& item)
+double InputReader::read_number(std::string& item, ReadItem::Kind kind)
 {
     item.clear();
     skip_blanks();
@@ -100,10 +145,12 @@ double InputReader::number(std::string& item)
     // An empty item: the comma or the empty line is the whole of it.
     if (data_[pos_] == ',') {
         ++pos_;
+        record(kind, item, 0, true);
         return 0;
     }
     if (at_line_end()) {
         take_line_end();
+        record(kind, item, 0, false);
         return 0;
     }
     const std::size_t from = pos_;
@@ -112,36 +159,46 @@ double InputReader::number(std::string& item)
     item = data_.substr(from, pos_ - from);
     // Blanks after the item and one comma or line end make one separator.
     skip_blanks();
-    if (!eof() && data_[pos_] == ',')
+    const bool comma = !eof() && data_[pos_] == ',';
+    if (comma)
         ++pos_;
     else
         take_line_end();
-    return val(item);
+    const double x = val(item);
+    record(kind, item, x, comma);
+    return x;
 }
 
-long InputReader::integer16()
+long InputReader::integer16(ItemName name)
 {
+    current_ = name;
     std::string item;
-    const double x = number(item);
+    const double x = read_number(item, ReadItem::Kind::integer);
     if (!(x >= -32768.5 && x <= 32767.5))
         throw RuntimeError(err_overflow, where() + ": " + item);
     const long n = cint(x);
     if (n < -32768 || n > 32767)
         throw RuntimeError(err_overflow, where() + ": " + item);
+    if (recording_)
+        items_.back().value = double(n);
     return n;
 }
 
-float InputReader::single()
+float InputReader::single(ItemName name)
 {
+    current_ = name;
     std::string item;
-    const float x = float(number(item));
+    const float x = float(read_number(item, ReadItem::Kind::number));
     if (!std::isfinite(x))
         throw RuntimeError(err_overflow, where() + ": " + item);
+    if (recording_)
+        items_.back().value = double(x);
     return x;
 }
 
-std::string InputReader::text_item()
+std::string InputReader::text_item(ItemName name)
 {
+    current_ = name;
     skip_blanks();
     start_item();
     const std::size_t from = pos_;
@@ -150,10 +207,12 @@ std::string InputReader::text_item()
     std::string s = data_.substr(from, pos_ - from);
     while (!s.empty() && (s.back() == ' ' || s.back() == '\t'))
         s.pop_back();
-    if (!eof() && data_[pos_] == ',')
+    const bool comma = !eof() && data_[pos_] == ',';
+    if (comma)
         ++pos_;
     else
         take_line_end();
+    record(ReadItem::Kind::text, s, 0, comma);
     return s;
 }
 

@@ -174,6 +174,16 @@ struct Project {
     int16 check_count = 0, check_fatal = 0;
     int16 error_list_mode = 0;
 
+    // --- Equilibrium residuals of the accepted solution ---------------------
+    // Measured after a Spencer or Morgenstern-Price solution by
+    // compute_equilibrium_residuals (solver/equilibrium_residuals.h); cleared
+    // at the start of every solve, so a Bishop or Janbu solve leaves them 0.
+    // Working values: never written to a file.
+    double force_residual = 0;  // signed fraction of the driving force
+    double moment_residual = 0; // signed fraction of the driving moment
+    int16 residuals_valid = 0;  // -1 when the two above hold a measurement
+    // --- end of the equilibrium residuals -----------------------------------
+
     // 13. Per-node work grids
     Grid2<float> col_weight, col_area, col_pore, col_phi, col_cohesion, col_cos_gamma, col_normal, col_fos,
         surf_dip_x, surf_dip_y;

@@ -7,6 +7,7 @@
 #include "project/runtime_error.h"
 #include "report/messages.h"
 #include "solver/column.h"
+#include "solver/equilibrium_residuals.h"
 #include "solver/external_forces.h"
 #include "solver/lateral_balance.h"
 
@@ -401,6 +402,8 @@ static void solve(Project& p, Port& port)
 
 void solve_bishop_janbu(Project& p, Port& port)
 {
+    // No residuals of an earlier Spencer solution stand beside this one.
+    clear_equilibrium_residuals(p);
     solve_with_finite_results(p, port, solve);
 }
 

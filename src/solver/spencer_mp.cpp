@@ -7,6 +7,7 @@
 #include "project/runtime_error.h"
 #include "report/messages.h"
 #include "solver/column.h"
+#include "solver/equilibrium_residuals.h"
 #include "solver/external_forces.h"
 
 namespace tobel {
@@ -587,7 +588,12 @@ static void solve(Project& p, Port& port)
 
 void solve_spencer_mp(Project& p, Port& port)
 {
+    clear_equilibrium_residuals(p);
     solve_with_finite_results(p, port, solve);
+    // Measured after the solver, which it leaves as it is; method 5 does not
+    // seek moment equilibrium and is not measured.
+    if (p.factor_of_safety > 0 && (p.solution_method == 3 || p.solution_method == 4))
+        compute_equilibrium_residuals(p);
 }
 
 } // namespace tobel
