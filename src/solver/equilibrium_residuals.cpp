@@ -99,8 +99,8 @@ void compute_equilibrium_residuals(Project& p)
 
 static std::string residual_text(const char* what, double fraction)
 {
-    return std::string(what) + " equilibrium not closed: residual " + format(std::abs(fraction) * 100, "##0.0") +
-           " % of the driving " + what;
+    return std::string(what) + " equilibrium not closed: residual " +
+           format(std::abs(fraction) * 100, "##0.0") + " % of the driving " + what;
 }
 
 std::string equilibrium_warning(const Project& p)

@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <sys/wait.h>
 
+#include <nlohmann/json.hpp>
+
 #include "support/paths.h"
 
 namespace {
@@ -134,9 +136,10 @@ TEST(cli, export_writes_a_grid_that_names_the_mesh)
     EXPECT_NE(beyond.out.find("beyond the stack"), std::string::npos) << beyond.out;
 }
 
-TEST(cli, failed_solution_exits_two)
+TEST(cli, fatal_input_check_exits_one_naming_the_property)
 {
-    // A non-linear material with a uniaxial strength of 0 cannot be evaluated.
+    // A non-linear material with a uniaxial strength of 0 is refused by the
+    // input checks: bad input, status 1, with the property named.
     tobel::test::ScratchDir dir;
     std::string text = tobel::test::read_bytes(example("slope2d-homogeneous.tob"));
     const std::string coulomb = " 20            1             10";
@@ -144,9 +147,9 @@ TEST(cli, failed_solution_exits_two)
     ASSERT_NE(at, std::string::npos);
     text.replace(at, coulomb.size(), " 20            3             10");
     tobel::test::write_bytes(dir.file("bad.tob"), text);
-    RunResult r = tobel("solve " + dir.file("bad.tob") + " --json");
-    EXPECT_EQ(r.status, 2) << r.out;
-    EXPECT_NE(r.out.find("\"factor_of_safety\": 0"), std::string::npos) << r.out;
+    RunResult r = tobel("solve " + dir.file("bad.tob") + " --json", true);
+    EXPECT_EQ(r.status, 1) << r.out;
+    EXPECT_NE(r.out.find("mat_uniaxial(1)"), std::string::npos) << r.out;
 }
 
 TEST(cli, script_drives_open_surface_and_solve)
@@ -197,9 +200,18 @@ TEST(cli, search_prints_best_record_and_json)
     EXPECT_NE(t.out.find("Best surface: Ellipsoid #"), std::string::npos) << t.out;
     RunResult j = tobel("search " + example("slope2d-homogeneous.tob") + " --grid --json --trials");
     EXPECT_EQ(j.status, 0);
-    for (const char* key : {"\"best\": {\"fos\": ", "\"trial_number\": ", "\"trial_count\": ", "\"fos_min\": ",
-                            "\"fos_max\": ", "\"trials\": [{"})
-        EXPECT_NE(j.out.find(key), std::string::npos) << key << " in " << j.out.substr(0, 300);
+    const auto doc = nlohmann::json::parse(j.out);
+    EXPECT_TRUE(doc["best"]["fos"].is_number());
+    EXPECT_TRUE(doc["best"]["trial_number"].is_number_integer());
+    EXPECT_TRUE(doc["best"]["valid"].get<bool>());
+    EXPECT_EQ(doc["best_valid"], doc["best"]); // a valid best is its own lowest valid trial
+    EXPECT_TRUE(doc["trial_count"].is_number_integer());
+    EXPECT_LE(doc["fos_min"].get<double>(), doc["best"]["fos"].get<double>());
+    EXPECT_TRUE(doc["fos_max"].is_number());
+    EXPECT_FALSE(doc["stopped"].get<bool>());
+    ASSERT_TRUE(doc["trials"].is_array());
+    EXPECT_EQ(doc["trials"].size(), doc["trial_count"].get<std::size_t>());
+    EXPECT_TRUE(doc["trials"][0]["fos"].is_number());
 }
 
 TEST(cli, search_progress_goes_to_stderr_one_line_per_trial)
@@ -291,10 +303,13 @@ TEST(cli, interrupt_stops_a_search_and_prints_the_best_so_far)
     char buf[64] = {};
     const std::size_t n = fread(buf, 1, sizeof buf - 1, f);
     pclose(f);
-    EXPECT_EQ(std::string(buf, n), "0\n");
+    // A stopped search exits with 3 and says why.
+    EXPECT_EQ(std::string(buf, n), "3\n");
     const std::string json = tobel::test::read_bytes(dir.file("out.json"));
-    EXPECT_NE(json.find("\"stopped\": true"), std::string::npos) << json;
-    EXPECT_NE(json.find("\"best\": {\"fos\": "), std::string::npos) << json;
+    const auto doc = nlohmann::json::parse(json);
+    EXPECT_TRUE(doc["stopped"].get<bool>()) << json;
+    EXPECT_EQ(doc["stop_reason"], "stopped by the user");
+    EXPECT_TRUE(doc["best"]["fos"].is_number()) << json;
 }
 
 } // namespace

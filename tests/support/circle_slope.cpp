@@ -26,7 +26,7 @@ bool cuts_lower_half(const GroundLine& g, const Circle& k)
 }
 
 double bishop_on_slices(const GroundLine& g, const Circle& k, double c, double phi_rad, double gamma,
-                        const std::vector<double>& ys, double b)
+                        const std::vector<double>& ys, double b, double min_height)
 {
     const double t = std::tan(phi_rad);
     double f = 1;
@@ -37,7 +37,7 @@ double bishop_on_slices(const GroundLine& g, const Circle& k, double c, double p
             if (std::fabs(dy) >= k.r)
                 continue;
             const double h = g.at(y) - (k.zc - std::sqrt(k.r * k.r - dy * dy));
-            if (h < 0.001)
+            if (h < min_height || h <= 0)
                 continue;
             const double sin_a = dy / k.r;
             const double cos_a = std::sqrt(1 - sin_a * sin_a);
@@ -58,7 +58,7 @@ double bishop_on_slices(const GroundLine& g, const Circle& k, double c, double p
 double bishop_continuum(const GroundLine& g, const Circle& k, double c, double phi_rad, double gamma, int n)
 {
     const double b = 2 * k.r / n;
-    return bishop_on_slices(g, k, c, phi_rad, gamma, mesh_nodes(k.yc - k.r + b / 2, b, n), b);
+    return bishop_on_slices(g, k, c, phi_rad, gamma, mesh_nodes(k.yc - k.r + b / 2, b, n), b, 0);
 }
 
 std::vector<double> mesh_nodes(double y0, double dy, int count)
@@ -134,42 +134,18 @@ double cohesive_rotation_on_slices(const GroundLine& g, const Circle& k, double 
     return driving > 0 ? resisting / driving : 0;
 }
 
-CircleMinimum minimise_over_circles(const GroundLine& g,
-                                    const std::function<double(const Circle&, int)>& factor, double y_lo,
-                                    double y_hi, double z_lo, double z_hi, double step, int n)
+using Point = std::array<double, 3>;
+
+// A Nelder-Mead simplex from `start` with edges of `size`, to a simplex whose
+// values agree to 1e-10 or 2000 steps.
+static std::pair<Point, double> nelder_mead(const std::function<double(const Point&)>& value,
+                                            const Point& start, double size)
 {
-    const double none = std::numeric_limits<double>::max();
-    auto admissible = [&](const Circle& k, int strips) {
-        if (!cuts_lower_half(g, k))
-            return none;
-        const double f = factor(k, strips);
-        return f > 0 ? f : none;
-    };
-    double lowest = g.points.front().second;
-    for (const auto& pt : g.points)
-        lowest = std::min(lowest, pt.second);
-    // 1. A coarse search for a start.
-    CircleMinimum best{{0, 0, 0}, none};
-    for (int i = 0; y_lo + i * step <= y_hi + 1e-9; ++i)
-        for (int j = 0; z_lo + j * step <= z_hi + 1e-9; ++j) {
-            const double yc = y_lo + i * step, zc = z_lo + j * step;
-            for (int m = 0; zc - g.at(yc) + m * step < zc - lowest + (z_hi - z_lo); ++m) {
-                const Circle k{yc, zc, zc - g.at(yc) + m * step};
-                const double f = admissible(k, 400);
-                if (f < best.factor)
-                    best = {k, f};
-            }
-        }
-    if (best.factor == none)
-        return best;
-    // 2. Nelder-Mead over (yc, zc, r) from there.
-    using Point = std::array<double, 3>;
-    auto value = [&](const Point& x) { return admissible({x[0], x[1], x[2]}, n); };
     std::array<Point, 4> s;
-    s[0] = {best.circle.yc, best.circle.zc, best.circle.r};
-    for (int i = 0; i < 3; ++i) {
-        s[std::size_t(i) + 1] = s[0];
-        s[std::size_t(i) + 1][std::size_t(i)] += step / 2;
+    s[0] = start;
+    for (std::size_t i = 0; i < 3; ++i) {
+        s[i + 1] = start;
+        s[i + 1][i] += size;
     }
     std::array<double, 4> v{};
     for (std::size_t i = 0; i < 4; ++i)
@@ -181,7 +157,7 @@ CircleMinimum minimise_over_circles(const GroundLine& g,
         const std::array<double, 4> pv{v[order[0]], v[order[1]], v[order[2]], v[order[3]]};
         s = ps;
         v = pv;
-        if (v[3] - v[0] < 1e-10 && std::fabs(s[3][0] - s[0][0]) + std::fabs(s[3][2] - s[0][2]) < 1e-6)
+        if (v[3] - v[0] < 1e-10)
             break;
         Point centroid{};
         for (std::size_t i = 0; i < 3; ++i)
@@ -219,7 +195,55 @@ CircleMinimum minimise_over_circles(const GroundLine& g,
         }
     }
     const std::size_t i = std::size_t(std::min_element(v.begin(), v.end()) - v.begin());
-    return {{s[i][0], s[i][1], s[i][2]}, v[i]};
+    return {s[i], v[i]};
+}
+
+CircleMinimum minimise_over_circles(const GroundLine& g,
+                                    const std::function<double(const Circle&, int)>& factor, double y_lo,
+                                    double y_hi, double z_lo, double z_hi, double step, int n)
+{
+    const double none = std::numeric_limits<double>::max();
+    auto admissible = [&](const Circle& k, int strips) {
+        if (!cuts_lower_half(g, k))
+            return none;
+        const double f = factor(k, strips);
+        return f > 0 ? f : none;
+    };
+    double lowest = g.points.front().second;
+    for (const auto& pt : g.points)
+        lowest = std::min(lowest, pt.second);
+    // 1. A coarse search for a start.
+    CircleMinimum best{{0, 0, 0}, none};
+    for (int i = 0; y_lo + i * step <= y_hi + 1e-9; ++i)
+        for (int j = 0; z_lo + j * step <= z_hi + 1e-9; ++j) {
+            const double yc = y_lo + i * step, zc = z_lo + j * step;
+            for (int m = 0; zc - g.at(yc) + m * step < zc - lowest + (z_hi - z_lo); ++m) {
+                const Circle k{yc, zc, zc - g.at(yc) + m * step};
+                const double f = admissible(k, 400);
+                if (f < best.factor)
+                    best = {k, f};
+            }
+        }
+    if (best.factor == none)
+        return best;
+    // 2. Nelder-Mead over (yc, zc, r) from there, started again from its
+    // result until that no longer improves: a simplex can stall on the kink
+    // where the circle begins to cut a new segment of the ground.
+    // The simplex works on the centre and the elevation of the circle's
+    // lowest point, so that the kink of a circle that begins to dip under a
+    // level ground lies across one axis.
+    auto value = [&](const Point& x) { return admissible({x[0], x[1], x[1] - x[2]}, n); };
+    const Point start{best.circle.yc, best.circle.zc, best.circle.zc - best.circle.r};
+    std::pair<Point, double> at{start, value(start)};
+    for (int round = 0; round < 20; ++round) {
+        const auto next = nelder_mead(value, at.first, step / (2 + round));
+        const bool better = next.second < at.second - 1e-10;
+        if (next.second < at.second)
+            at = next;
+        if (!better && round > 1)
+            break;
+    }
+    return {{at.first[0], at.first[1], at.first[1] - at.first[2]}, at.second};
 }
 
 } // namespace tobel::test

@@ -27,12 +27,13 @@ bool cuts_lower_half(const GroundLine& g, const Circle& k);
 // Bishop's simplified factor over slices centred at `ys`, each `b` wide:
 // F = sum((c b + W tan phi) / m_alpha) / sum(W sin alpha),
 // m_alpha = cos alpha + sin alpha tan phi / F, iterated to a fixed point.
-// A slice whose height is under 0.001 is left out, as the program leaves out
-// such a column. 0 when nothing drives.
+// A slice whose height is under `min_height` is left out: 0.001 leaves out
+// what the program leaves out of its columns. 0 when nothing drives.
 double bishop_on_slices(const GroundLine& g, const Circle& k, double c, double phi_rad, double gamma,
-                        const std::vector<double>& ys, double b);
+                        const std::vector<double>& ys, double b, double min_height = 0.001);
 
-// The same on n equal slices across the circle: the continuum value.
+// The same on n equal slices across the circle, every slice of some height
+// counted: the continuum value.
 double bishop_continuum(const GroundLine& g, const Circle& k, double c, double phi_rad, double gamma,
                         int n = 20000);
 
