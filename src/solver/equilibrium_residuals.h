@@ -11,8 +11,7 @@
 
 namespace tobel {
 
-// The sums of the measurement, in the units of the project (force, and force
-// times length per the row spacing of the mesh).
+// The sums of the measurement, forces and moments in the project's units.
 struct EquilibriumSums {
     double force = 0;          // resisting minus driving, along the direction of motion
     double driving_force = 0;  // D_F

@@ -357,7 +357,18 @@ TEST(equilibrium_residuals, a_moment_root_at_negative_lambda_is_out_of_reach_and
         residual[i] = e.moment / std::abs(e.driving_moment);
     }
     std::printf("fixed lambda -0.3: %.4f, -0.15: %.4f\n", residual[0], residual[1]);
-    EXPECT_GT(residual[0] * residual[1] < 0 ? 1 : 0, 0) << "a root between -0.3 and -0.15";
+    EXPECT_LT(residual[0] * residual[1], 0) << "a root between -0.3 and -0.15";
+}
+
+// In three dimensions each row carries its own vertical coefficient; the
+// sphere in the gentle slope of the solver tests converges properly.
+TEST(equilibrium_residuals, sphere_in_a_gentle_slope_closes_both_equilibria_in_3d)
+{
+    for (int method : {3, 4}) {
+        auto p = make_sphere_slope(21, 20);
+        solve(*p, method);
+        expect_closed(*p, method == 3 ? "3-D sphere, Spencer" : "3-D sphere, Morgenstern-Price");
+    }
 }
 
 // --- the sphere with a near-vertical back scarp -------------------------------

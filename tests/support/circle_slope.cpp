@@ -226,12 +226,11 @@ CircleMinimum minimise_over_circles(const GroundLine& g,
         }
     if (best.factor == none)
         return best;
-    // 2. Nelder-Mead over (yc, zc, r) from there, started again from its
-    // result until that no longer improves: a simplex can stall on the kink
-    // where the circle begins to cut a new segment of the ground.
-    // The simplex works on the centre and the elevation of the circle's
-    // lowest point, so that the kink of a circle that begins to dip under a
-    // level ground lies across one axis.
+    // 2. Nelder-Mead from there, started again from its result until that no
+    // longer improves. The simplex works on the centre and the elevation of
+    // the circle's lowest point, so that the kink where a circle begins to
+    // dip under a level ground lies across one axis: the minimum of a slope
+    // with a level toe often lies on it.
     auto value = [&](const Point& x) { return admissible({x[0], x[1], x[1] - x[2]}, n); };
     const Point start{best.circle.yc, best.circle.zc, best.circle.zc - best.circle.r};
     std::pair<Point, double> at{start, value(start)};
