@@ -65,7 +65,8 @@ TEST(result_status, a_surface_that_misses_the_ground_is_not_valid)
 TEST(result_status, a_negative_cohesion_is_bad_input_naming_the_property_and_writes_no_report)
 {
     tobel::test::ScratchDir dir;
-    for (const std::string command : {"solve", "search --grid", "report --out " + dir.file("r.txt")}) {
+    const std::string commands[] = {"solve", "search --grid", "report --out " + dir.file("r.txt")};
+    for (const std::string& command : commands) {
         RunResult r = run(command.substr(0, command.find(' ')) + " " + broken("cohesion-negative.tob") +
                           (command.find(' ') == std::string::npos ? "" : command.substr(command.find(' '))));
         EXPECT_EQ(r.status, 1) << command << ": " << r.out;
