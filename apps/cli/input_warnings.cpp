@@ -9,18 +9,16 @@ namespace tobel::cli {
 
 void explain_fatal_checks(const Project& p, std::ostream& out)
 {
+    // The program's own findings first, as the desktop program shows them,
+    // then each refused property by name so the engineer knows what to fix.
     out << "tobel: the input checks refused the data:";
-    bool named = false;
+    for (int i = 1; i <= p.check_count && i < int(p.check_text.size()); ++i)
+        out << "\n  " << p.check_text[std::size_t(i)];
     for (int m = 1; m <= p.num_mat_entries; ++m) {
         const std::string problem = material_property_problem(p, m);
-        if (problem.empty())
-            continue;
-        out << "\n  Material # " << m << " (" << p.mat_name[std::size_t(m)] << "): " << problem;
-        named = true;
+        if (!problem.empty())
+            out << "\n  Material # " << m << " (" << p.mat_name[std::size_t(m)] << "): " << problem;
     }
-    if (!named)
-        for (int i = 0; i < p.check_count && i < int(p.check_text.size()); ++i)
-            out << "\n  " << p.check_text[std::size_t(i)];
     out << "\n";
 }
 

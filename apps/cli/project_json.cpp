@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cli.h"
 #include "project/data_file.h"
 #include "project/defaults.h"
 #include "project/input_reader.h"
@@ -30,22 +31,8 @@ constexpr int format_version = 1;
 constexpr long max_stack = section_surface_capacity; // sliding_index at most
 constexpr long max_mesh = 3000;
 
-// ---- Text: the data file is single-byte text, each byte the code point of
-// its own number (Latin-1); JSON text is UTF-8.
-
-std::string text_to_json(const std::string& s)
-{
-    std::string out;
-    for (unsigned char c : s) {
-        if (c < 0x80) {
-            out += char(c);
-        } else {
-            out += char(0xC0 | (c >> 6));
-            out += char(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
-}
+// Text: the data file is single-byte Latin-1, JSON text is UTF-8
+// (latin1_to_utf8 one way, json_text_to_latin1 the other).
 
 [[noreturn]] void bad(const std::string& path, const std::string& what)
 {
@@ -350,9 +337,9 @@ json project_to_json(const Project& p, bool eq_coef_is_zero)
 
     // 1 to 4: titles, water and the stack counts
     json& titles = doc["titles"];
-    titles["project_title"] = text_to_json(p.project_title);
-    titles["dataset_title"] = text_to_json(p.dataset_title);
-    titles["input_by"] = text_to_json(p.input_by);
+    titles["project_title"] = latin1_to_utf8(p.project_title);
+    titles["dataset_title"] = latin1_to_utf8(p.dataset_title);
+    titles["input_by"] = latin1_to_utf8(p.input_by);
     doc["unit_weight_water"] = number(p.unit_weight_water);
     doc["num_layers"] = p.num_layers;
     doc["num_piezos"] = p.num_piezos;
@@ -378,7 +365,7 @@ json project_to_json(const Project& p, bool eq_coef_is_zero)
     json& materials = doc["materials"] = json::array();
     for (int m = 1; m <= mat_entries; ++m) {
         json e;
-        e["mat_name"] = text_to_json(p.mat_name[std::size_t(m)]);
+        e["mat_name"] = latin1_to_utf8(p.mat_name[std::size_t(m)]);
         e["mat_unit_weight"] = number(p.mat_unit_weight[std::size_t(m)]);
         e["mat_type"] = p.mat_type[std::size_t(m)];
         e["mat_cohesion"] = number(p.mat_cohesion[std::size_t(m)]);
@@ -401,7 +388,7 @@ json project_to_json(const Project& p, bool eq_coef_is_zero)
         json e;
         e["surf_method"] = p.surf_method[std::size_t(k)];
         e["surf_depth"] = number(p.surf_depth[std::size_t(k)]);
-        e["surf_grd_file"] = text_to_json(p.surf_grd_file[std::size_t(k)]);
+        e["surf_grd_file"] = latin1_to_utf8(p.surf_grd_file[std::size_t(k)]);
         surf.push_back(std::move(e));
     }
 

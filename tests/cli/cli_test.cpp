@@ -23,16 +23,21 @@ RunResult tobel(const std::string& args, bool merge_stderr = false)
     const std::string cmd = std::string(TOBEL_CLI) + " " + args + (merge_stderr ? " 2>&1" : " 2>/dev/null");
     RunResult r;
     FILE* f = popen(cmd.c_str(), "r");
-    if (!f) return r;
+    if (!f)
+        return r;
     std::array<char, 4096> buf;
     std::size_t n;
-    while ((n = fread(buf.data(), 1, buf.size(), f)) > 0) r.out.append(buf.data(), n);
+    while ((n = fread(buf.data(), 1, buf.size(), f)) > 0)
+        r.out.append(buf.data(), n);
     const int st = pclose(f);
     r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
     return r;
 }
 
-std::string example(const std::string& name) { return tobel::test::example_path(name); }
+std::string example(const std::string& name)
+{
+    return tobel::test::example_path(name);
+}
 
 TEST(cli, info_prints_the_project_as_read)
 {
@@ -59,9 +64,10 @@ TEST(cli, json_has_every_field)
 {
     RunResult r = tobel("solve " + example("slope3d-layers-piezo-force.tob") + " --json");
     EXPECT_EQ(r.status, 0);
-    for (const char* key : {"\"factor_of_safety\": ", "\"method\": \"bishop\"", "\"lambda\": ", "\"slide_volume\": ",
-                            "\"slide_weight\": ", "\"slide_area\": ", "\"active_columns\": ",
-                            "\"lateral_unbalance\": ", "\"centre_y\": 60", "\"centre_z\": 55", "\"messages\": ["})
+    for (const char* key : {"\"factor_of_safety\": ", "\"method\": \"bishop\"",
+                            "\"lambda\": ", "\"slide_volume\": ", "\"slide_weight\": ", "\"slide_area\": ",
+                            "\"active_columns\": ", "\"lateral_unbalance\": ", "\"centre_y\": 60",
+                            "\"centre_z\": 55", "\"messages\": ["})
         EXPECT_NE(r.out.find(key), std::string::npos) << key << " in " << r.out;
     EXPECT_EQ(r.out.front(), '{');
     EXPECT_EQ(r.out.substr(r.out.size() - 2), "}\n");
@@ -74,8 +80,10 @@ TEST(cli, lateral_balance_question_is_answered_from_the_script)
     tobel::test::ScratchDir dir;
     const std::string steps = "open " + example("slope3d-layers-piezo-force.tob") +
                               "\nset search_x 40\nset aspect_in 0.5\nellipsoid\n";
-    tobel::test::write_bytes(dir.file("yes.txt"), steps + "answer yes\nsolve\nprint lateral_unbalance\nprint slide_weight\n");
-    tobel::test::write_bytes(dir.file("no.txt"), steps + "solve\nprint lateral_unbalance\nprint slide_weight\n");
+    tobel::test::write_bytes(dir.file("yes.txt"),
+                             steps + "answer yes\nsolve\nprint lateral_unbalance\nprint slide_weight\n");
+    tobel::test::write_bytes(dir.file("no.txt"),
+                             steps + "solve\nprint lateral_unbalance\nprint slide_weight\n");
     RunResult yes = tobel("run " + dir.file("yes.txt"));
     RunResult no = tobel("run " + dir.file("no.txt"));
     EXPECT_NE(yes.out.find("[WARNING] UBF/WT = 0.01"), std::string::npos) << yes.out;
@@ -126,12 +134,14 @@ TEST(cli, all_four_methods_solve_the_2d_example)
 TEST(cli, export_writes_a_grid_that_names_the_mesh)
 {
     tobel::test::ScratchDir dir;
-    RunResult r = tobel("export " + example("slope3d-layers-piezo-force.tob") + " --grd 2 --out " + dir.file("g.grd"));
+    RunResult r =
+        tobel("export " + example("slope3d-layers-piezo-force.tob") + " --grd 2 --out " + dir.file("g.grd"));
     EXPECT_EQ(r.status, 0);
     const std::string grid = tobel::test::read_bytes(dir.file("g.grd"));
     EXPECT_EQ(grid.rfind("DSAA", 0), 0u) << grid.substr(0, 40);
     EXPECT_NE(grid.find(" 61  41 "), std::string::npos);
-    RunResult beyond = tobel("export " + example("slope3d-layers-piezo-force.tob") + " --grd 9 --out " + dir.file("h.grd"), true);
+    RunResult beyond = tobel(
+        "export " + example("slope3d-layers-piezo-force.tob") + " --grd 9 --out " + dir.file("h.grd"), true);
     EXPECT_EQ(beyond.status, 1);
     EXPECT_NE(beyond.out.find("beyond the stack"), std::string::npos) << beyond.out;
 }
@@ -156,28 +166,31 @@ TEST(cli, script_drives_open_surface_and_solve)
 {
     tobel::test::ScratchDir dir;
     tobel::test::write_bytes(dir.file("s.txt"), "# open, confirm, solve\n"
-                                                "open " + example("slope2d-homogeneous.tob") + "\n"
-                                                "menu Solve\n"
-                                                "ellipsoid\n"
-                                                "menu Rotation_angle\n"
-                                                "solve\n"
-                                                "expect fos 1.27\n"
-                                                "method janbu\n"
-                                                "expect method janbu\n"
-                                                "answer cancel\n"
-                                                "exit\n"
-                                                "answer no\n"
-                                                "exit\n"
-                                                "print fos\n");
+                                                "open " +
+                                                    example("slope2d-homogeneous.tob") +
+                                                    "\n"
+                                                    "menu Solve\n"
+                                                    "ellipsoid\n"
+                                                    "menu Rotation_angle\n"
+                                                    "solve\n"
+                                                    "expect fos 1.27\n"
+                                                    "method janbu\n"
+                                                    "expect method janbu\n"
+                                                    "answer cancel\n"
+                                                    "exit\n"
+                                                    "answer no\n"
+                                                    "exit\n"
+                                                    "print fos\n");
     RunResult r = tobel("run " + dir.file("s.txt"), true);
     EXPECT_EQ(r.status, 0) << r.out;
     EXPECT_NE(r.out.find("Solve hidden"), std::string::npos) << r.out;
     EXPECT_NE(r.out.find("Rotation_angle hidden"), std::string::npos);
-    EXPECT_NE(r.out.find("Do you want to save changes to: " + example("slope2d-homogeneous.tob") + "? -> Cancel"),
-              std::string::npos);
+    EXPECT_NE(
+        r.out.find("Do you want to save changes to: " + example("slope2d-homogeneous.tob") + "? -> Cancel"),
+        std::string::npos);
     EXPECT_NE(r.out.find("exit cancelled"), std::string::npos);
     EXPECT_NE(r.out.find("program ended"), std::string::npos);
-    EXPECT_EQ(r.out.find("print fos"), std::string::npos);  // the script ended at the exit
+    EXPECT_EQ(r.out.find("print fos"), std::string::npos); // the script ended at the exit
 }
 
 TEST(cli, script_expectation_failure_names_the_line)
@@ -224,7 +237,8 @@ TEST(cli, search_progress_goes_to_stderr_one_line_per_trial)
 TEST(cli, search_summary_file_has_its_heading)
 {
     tobel::test::ScratchDir dir;
-    RunResult r = tobel("search " + example("slope2d-homogeneous.tob") + " --grid --summary " + dir.file("s.txt"));
+    RunResult r =
+        tobel("search " + example("slope2d-homogeneous.tob") + " --grid --summary " + dir.file("s.txt"));
     EXPECT_EQ(r.status, 0);
     const std::string text = tobel::test::read_bytes(dir.file("s.txt"));
     EXPECT_EQ(text.rfind("GRID SEARCH SUMMARY\r\n\r\n", 0), 0u) << text.substr(0, 100);
@@ -268,7 +282,7 @@ TEST(cli, settings_are_read_and_written_only_when_asked)
     RunResult r = tobel("info " + example("slope2d-homogeneous.tob") + " --settings " + cfg);
     EXPECT_EQ(r.status, 0);
     const std::string text = tobel::test::read_bytes(cfg);
-    EXPECT_NE(text.find("slope2d-homogeneous.tob"), std::string::npos) << text;  // the recent file
+    EXPECT_NE(text.find("slope2d-homogeneous.tob"), std::string::npos) << text; // the recent file
     EXPECT_NE(text.find("46888"), std::string::npos);                           // the first layer colour
 }
 
@@ -290,7 +304,8 @@ TEST(cli, interrupt_stops_a_search_and_prints_the_best_so_far)
     tobel::test::ScratchDir dir;
     std::string text = tobel::test::read_bytes(example("slope3d-layers-piezo-force.tob"));
     // A grid of 150 by 150 centres takes far longer than the second allowed.
-    const std::string stored = " 30            70            50            55            2             6             4 ";
+    const std::string stored =
+        " 30            70            50            55            2             6             4 ";
     const auto at = text.find(stored);
     ASSERT_NE(at, std::string::npos);
     text.replace(at, stored.size(), " 30 70 50 55 2 150 150 ");

@@ -104,7 +104,8 @@ TEST(result_status, every_command_has_help_and_bad_options_are_status_one)
     }
     EXPECT_EQ(run("solve").status, 1);
     EXPECT_EQ(run("nonsense").status, 1);
-    EXPECT_EQ(run("search " + tobel::test::example_path("slope2d-homogeneous.tob") + " --grid --auto").status, 1);
+    EXPECT_EQ(run("search " + tobel::test::example_path("slope2d-homogeneous.tob") + " --grid --auto").status,
+              1);
 }
 
 TEST(result_status, convert_goes_to_json_and_back_byte_for_byte)

@@ -7,6 +7,7 @@
 
 #include "project/defaults.h"
 #include "project/project.h"
+#include "search/search_setup.h"
 #include "support/bishop_slices.h"
 
 namespace tobel::test {
@@ -42,6 +43,23 @@ inline std::unique_ptr<Project> make_search_slope(int cols = 51, float c = 10, f
     p->ell_aspect = 1;
     p->view_mode = 9;
     return p;
+}
+
+// A grid search set-up over the given window, aspect 1.
+inline GridSearchRecord grid(float y1, float y2, float ztop, float zbot, float ny, float nz, float tangent,
+                             float step)
+{
+    GridSearchRecord r;
+    r.grid_y1 = y1;
+    r.grid_y2 = y2;
+    r.grid_z_top = ztop;
+    r.grid_z_bottom = zbot;
+    r.grid_ny = ny;
+    r.grid_nz = nz;
+    r.grid_tangent_z = tangent;
+    r.grid_radius_step = step;
+    r.grid_aspect = 1;
+    return r;
 }
 
 } // namespace tobel::test

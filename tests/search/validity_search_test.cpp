@@ -15,24 +15,9 @@
 namespace tobel {
 namespace {
 
+using test::grid;
 using test::make_search_slope;
 using test::ScriptedPort;
-
-GridSearchRecord grid(float y1, float y2, float ztop, float zbot, float ny, float nz, float tangent,
-                      float step)
-{
-    GridSearchRecord r;
-    r.grid_y1 = y1;
-    r.grid_y2 = y2;
-    r.grid_z_top = ztop;
-    r.grid_z_bottom = zbot;
-    r.grid_ny = ny;
-    r.grid_nz = nz;
-    r.grid_tangent_z = tangent;
-    r.grid_radius_step = step;
-    r.grid_aspect = 1;
-    return r;
-}
 
 // The search slope on a soft bed: under elevation 7 lies a material whose
 // unit weight is not a number, so every circle that reaches it fails (F = 0)
