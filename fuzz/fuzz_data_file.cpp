@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "fuzz_support.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "project/data_file.h"
 #include "ui/port.h"
 

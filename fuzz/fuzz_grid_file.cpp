@@ -3,6 +3,7 @@
 // of the same plane.
 #include <memory>
 
+#include "surfaces/grid_surface.h"
 #include "fuzz_support.h"
 #include "geometry/grid_file.h"
 #include "project/runtime_error.h"

@@ -2,6 +2,7 @@
 #include <memory>
 #include <new>
 
+#include "commands/open_project.h"
 #include "fuzz_support.h"
 #include "project/defaults.h"
 #include "project/legacy_file.h"

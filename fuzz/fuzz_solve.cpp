@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "fuzz_support.h"
-#include "project/commands.h"
-#include "project/surface_commands.h"
+#include "commands/commands.h"
+#include "commands/surface_commands.h"
 #include "ui/port.h"
 
 using namespace tobel;

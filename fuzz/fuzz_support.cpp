@@ -7,7 +7,7 @@
 #include <fstream>
 #include <unistd.h>
 
-#include "project/commands.h"
+#include "commands/commands.h"
 
 namespace tobel::fuzz {
 

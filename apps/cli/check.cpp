@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli.h"
-#include "report/input_review.h"
+#include "commands/input_review.h"
 
 namespace tobel::cli {
 

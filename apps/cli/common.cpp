@@ -2,8 +2,8 @@
 #include <ostream>
 
 #include "cli.h"
-#include "project/commands.h"
-#include "project/menu_model.h"
+#include "commands/commands.h"
+#include "commands/menu_model.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "project/settings.h"

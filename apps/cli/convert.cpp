@@ -8,7 +8,7 @@
 
 #include "cli.h"
 #include "cli_port.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "project_json.h"
 
 namespace tobel::cli {

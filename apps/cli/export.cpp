@@ -6,7 +6,7 @@
 #include "cli.h"
 #include "cli_port.h"
 #include "geometry/grid_file.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "project/exports.h"
 #include "project/runtime_error.h"
 #include "trial.h"

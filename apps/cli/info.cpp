@@ -2,7 +2,7 @@
 
 #include "cli.h"
 #include "cli_port.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "trial.h"
 
 namespace tobel::cli {

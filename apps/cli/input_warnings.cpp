@@ -3,7 +3,7 @@
 #include <iostream>
 
 #include "cli.h"
-#include "report/input_review.h"
+#include "commands/input_review.h"
 
 namespace tobel::cli {
 

@@ -4,7 +4,7 @@
 #include <ostream>
 
 #include "cli.h"
-#include "project/menu_model.h"
+#include "commands/menu_model.h"
 #include "project/numtext.h"
 
 namespace tobel::cli {

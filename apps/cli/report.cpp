@@ -6,9 +6,9 @@
 
 #include "cli.h"
 #include "cli_port.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "report/report.h"
-#include "search/search_commands.h"
+#include "commands/search_commands.h"
 #include "trial.h"
 
 namespace tobel::cli {

@@ -9,8 +9,8 @@
 #include "cli.h"
 #include "cli_port.h"
 #include "dialogs/ellipsoid_form.h"
-#include "project/commands.h"
-#include "project/menu_model.h"
+#include "commands/commands.h"
+#include "commands/menu_model.h"
 #include "project/numtext.h"
 
 namespace tobel::cli {

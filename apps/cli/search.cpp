@@ -5,11 +5,11 @@
 
 #include "cli.h"
 #include "cli_port.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "search/grid_search.h"
-#include "search/search_commands.h"
+#include "commands/search_commands.h"
 #include "search/summary.h"
 #include "trial.h"
 

@@ -6,7 +6,7 @@
 
 #include "cli.h"
 #include "cli_port.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "solver/single_column.h"
 #include "solver/validity.h"
 #include "trial.h"

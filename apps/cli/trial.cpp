@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "cli.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 
 namespace tobel::cli {
 

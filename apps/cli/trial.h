@@ -10,7 +10,7 @@
 
 #include "cli_port.h"
 #include "project/project.h"
-#include "project/surface_commands.h"
+#include "commands/surface_commands.h"
 
 namespace tobel::cli {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "dialogs/grid_search_form.h"
-#include "graphics/section_limits.h"
+#include "geometry/section_window.h"
 #include "project/project.h"
 #include "search/search_setup.h"
 #include "ui/port.h"

@@ -1,7 +1,7 @@
 #include "dialogs/ellipsoid_form.h"
 
 #include "dialogs/numeric_entry.h"
-#include "project/menu_model.h"
+#include "project/menus.h"
 #include "project/numtext.h"
 #include "surfaces/crack.h"
 #include "surfaces/ellipsoid.h"

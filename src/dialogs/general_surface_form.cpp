@@ -2,9 +2,10 @@
 
 #include <cstddef>
 
+#include "surfaces/grid_surface.h"
 #include "geometry/grid_file.h"
 #include "geometry/interpolation.h"
-#include "project/menu_model.h"
+#include "project/menus.h"
 #include "surfaces/crack.h"
 #include "surfaces/dips.h"
 #include "surfaces/ellipsoid.h"

@@ -1,6 +1,6 @@
 #include "dialogs/grid_search_form.h"
 
-#include "project/menu_model.h"
+#include "project/menus.h"
 #include "project/numtext.h"
 #include "surfaces/crack.h"
 #include "surfaces/ellipsoid.h"

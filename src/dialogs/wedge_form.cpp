@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "dialogs/numeric_entry.h"
-#include "project/menu_model.h"
+#include "project/menus.h"
 #include "project/numtext.h"
 #include "surfaces/crack.h"
 #include "surfaces/ellipsoid.h"

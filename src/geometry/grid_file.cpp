@@ -6,21 +6,14 @@
 
 #include "project/defaults.h"
 #include "project/input_reader.h"
-#include "project/menu_model.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
-#include "surfaces/crack.h"
-#include "surfaces/dips.h"
-#include "surfaces/moment_centre.h"
 
 namespace tobel {
 
 namespace {
 
 constexpr long mesh_limit = 3000;
-
-constexpr const char* wrong_file_text =
-    "Wrong .GRD file.  Use 'Edit Stratigraphic Layer Surfaces' to correct.";
 
 } // namespace
 
@@ -49,7 +42,7 @@ static bool ask(Port& port, const std::string& text)
 }
 
 // The reading proper; a RuntimeError out of it is a wrong file.
-static void read_grid(Project& p, const std::string& path, int surface, Port& port)
+void read_grid(Project& p, const std::string& path, int surface, Port& port)
 {
     InputReader in(path);
     in.text_item(); // "DSAA", not compared
@@ -116,28 +109,7 @@ static void read_grid(Project& p, const std::string& path, int surface, Port& po
         in.number();
     }
 
-    if (surface == p.sliding_index) {
-        apply_crack(p);
-        scale_forces(p);
-        derive_dips(p);
-        find_moment_centre(p);
-        show_solve_menu(p, SolveItems::single_trial, true);
-        p.surface_defined = -1;
-        p.form_mode = 0;
-    }
     p.surf_built[std::size_t(surface)] = 1;
-}
-
-void read_grid_file(Project& p, const std::string& path, int surface, Port& port)
-{
-    BusyPointer busy(port);
-    try {
-        read_grid(p, path, surface, port);
-    } catch (const RuntimeError&) {
-        port.message_box(wrong_file_text, Buttons::ok, Icon::none, "");
-    } catch (const std::bad_alloc&) {
-        port.message_box(wrong_file_text, Buttons::ok, Icon::none, "");
-    }
 }
 
 static float plane_value(const Project& p, int surface, int i, int j)

@@ -10,10 +10,11 @@
 namespace tobel {
 
 // Fills zgrid(1.., 1.., surface) from a grid file, whose limits and counts
-// then rule the mesh (after asking when they differ from the project's). A
-// sliding surface read this way is made ready for solving. Problems are told
-// through the port, never thrown; what was read before a failure stays.
-void read_grid_file(Project& p, const std::string& path, int surface, Port& port);
+// then rule the mesh (after asking when they differ from the project's).
+// Throws RuntimeError on a file it cannot read; what was read before a
+// failure stays. read_grid_file of the surfaces makes a sliding surface read
+// this way ready for solving.
+void read_grid(Project& p, const std::string& path, int surface, Port& port);
 
 // Writes surface 1..sliding_index of zgrid, sliding_index + 1 for col_normal
 // or sliding_index + 2 for col_fos, with enough digits to read back the same

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "geometry/interpolation.h"
-#include "project/menu_model.h"
+#include "project/menus.h"
 #include "project/numtext.h"
 
 namespace tobel {

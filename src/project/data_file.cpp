@@ -2,10 +2,9 @@
 
 #include <algorithm>
 
-#include "geometry/grid_file.h"
 #include "project/defaults.h"
 #include "project/input_reader.h"
-#include "project/menu_model.h"
+#include "project/menus.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "project/safe_save.h"
@@ -348,19 +347,6 @@ void read_data_items(Project& p, InputReader& in)
     // The truth word read as a number: True and False both give 0.
     in.statement("18");
     p.eq_coef = single(in, "eq_coef");
-}
-
-void read_data_file(Project& p, const std::string& path, Port& port)
-{
-    BusyPointer busy(port);
-    InputReader in(path);
-    read_data_items(p, in);
-
-    for (int k = 1; k <= p.sliding_index; ++k)
-        if (p.surf_method[k] == 1)
-            read_grid_file(p, p.surf_grd_file[k], k, port);
-
-    show_project_menus(p);
 }
 
 } // namespace tobel

@@ -30,18 +30,14 @@ std::string data_file_text(Project& p, const SectionCut* cut = nullptr);
 // the recent files afterwards.
 void write_data_file(Project& p, const std::string& path);
 
-// Reads a file into a project that reset_project has just cleared, then loads
-// the grid files of surfaces of method 1 and shows the project menus. Throws
-// RuntimeError on a short or malformed file, leaving the project as far as the
-// reading got; counts beyond the tables are refused (err_subscript) before any
-// table is touched, and a number beyond the single range or a count beyond 16
-// bits is an overflow (err_overflow); each names the file, the line and the
-// value.
-void read_data_file(Project& p, const std::string& path, Port& port);
-
 class InputReader;
-// Every item of the data file in order, as read_data_file reads them, without
-// loading grid files or touching the menus: for tools that look at a file.
+// Every item of the data file in order, into a project that reset_project
+// has just cleared, without loading grid files or touching the menus (Open
+// does both). Throws RuntimeError on a short or malformed file, leaving the
+// project as far as the reading got; counts beyond the tables are refused
+// (err_subscript) before any table is touched, and a number beyond the single
+// range or a count beyond 16 bits is an overflow (err_overflow); each names
+// the file, the line and the value.
 void read_data_items(Project& p, InputReader& in);
 
 // The mesh counts as the data files hold them, columns first, then rows and

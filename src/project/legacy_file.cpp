@@ -4,10 +4,9 @@
 
 #include <algorithm>
 
-#include "geometry/interpolation.h"
 #include "project/defaults.h"
 #include "project/input_reader.h"
-#include "project/menu_model.h"
+#include "project/menus.h"
 #include "project/runtime_error.h"
 
 namespace tobel {
@@ -28,9 +27,8 @@ static void drop(InputReader& in, int values)
         in.number();
 }
 
-void read_legacy_file(Project& p, const std::string& path, Port& port)
+void read_legacy_items(Project& p, const std::string& path)
 {
-    BusyPointer busy(port);
     InputReader in(path);
 
     // 1.
@@ -163,9 +161,7 @@ void read_legacy_file(Project& p, const std::string& path, Port& port)
     for (int k = 1; k <= p.sliding_index; ++k) {
         p.surf_method[k] = 0;
         p.surf_loaded[k] = 0;
-        interpolate_surface(p, k);
     }
-    show_project_menus(p);
 }
 
 } // namespace tobel

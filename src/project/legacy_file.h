@@ -5,16 +5,15 @@
 #include <string>
 
 #include "project/project.h"
-#include "ui/port.h"
 
 namespace tobel {
 
 // Reads a legacy file into a project that reset_project has just cleared,
 // copies the ground line to sections without a sliding line, derives the mesh
-// limits, hides the Solve menu, interpolates every surface from the sections
-// and shows the project menus. Throws RuntimeError on a short or malformed
-// file, leaving the project as far as the reading got; counts beyond the
-// tables are refused (err_subscript).
-void read_legacy_file(Project& p, const std::string& path, Port& port);
+// limits, hides the Solve menu and marks every surface as drawn by sections
+// (Open legacy then interpolates them). Throws RuntimeError on a short or
+// malformed file, leaving the project as far as the reading got; counts
+// beyond the tables are refused (err_subscript).
+void read_legacy_items(Project& p, const std::string& path);
 
 } // namespace tobel

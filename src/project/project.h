@@ -11,6 +11,7 @@
 
 #include "project/grid.h"
 #include "project/menus.h"
+#include "project/pictures.h"
 #include "project/search_state.h"
 
 namespace tobel {
@@ -217,6 +218,10 @@ struct Project {
 
     // Critical surface search
     SearchState search;
+
+    // Picture windows and the state of the views
+    ViewState view;
+    Pictures pictures;
 };
 
 inline int material_type(const Project& p, int m)

@@ -3,7 +3,7 @@
 // starts, stored on the dialog's Continue, and their first proposals.
 #pragma once
 
-#include "graphics/section_limits.h"
+#include "geometry/section_window.h"
 #include "project/project.h"
 
 namespace tobel {

@@ -60,6 +60,7 @@ class StopWatchPort : public Port {
     {
         inner_.show_view(view_mode, caption);
     }
+    DrawHooks* draw_hooks() override { return inner_.draw_hooks(); }
 
   private:
     Port& inner_;

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "ui/draw_hooks.h"
+
 namespace tobel {
 
 enum class Buttons { ok, ok_cancel, yes_no, yes_no_cancel };
@@ -40,6 +42,9 @@ class Port {
     virtual void show_text(const std::string& caption, const std::vector<std::string>& lines) = 0;
     // A drawing window is brought up with this caption; `view_mode` says what it shows.
     virtual void show_view(int view_mode, const std::string& caption) = 0;
+    // The pictures that follow a solve or a search; none by default, so a
+    // batch run draws nothing.
+    virtual DrawHooks* draw_hooks() { return nullptr; }
 };
 
 // The busy pointer for the life of a scope.

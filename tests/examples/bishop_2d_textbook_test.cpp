@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "dialogs/ellipsoid_form.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "solver/bishop_janbu.h"
 #include "support/bishop_slices.h"
 #include "support/paths.h"

@@ -4,10 +4,10 @@
 #include <filesystem>
 
 #include "dialogs/ellipsoid_form.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "project/data_file.h"
-#include "project/menu_model.h"
-#include "project/surface_commands.h"
+#include "commands/menu_model.h"
+#include "commands/surface_commands.h"
 #include "solver/bishop_janbu.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"

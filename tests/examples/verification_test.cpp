@@ -17,9 +17,9 @@
 #include <string>
 #include <vector>
 
-#include "project/commands.h"
-#include "project/surface_commands.h"
-#include "search/search_commands.h"
+#include "commands/commands.h"
+#include "commands/surface_commands.h"
+#include "commands/search_commands.h"
 #include "solver/bishop_janbu.h"
 #include "solver/checks.h"
 #include "solver/solver_fixture.h"

@@ -10,6 +10,7 @@
 #include <string>
 #include <unistd.h>
 
+#include "surfaces/grid_surface.h"
 #include "geometry/grid_file.h"
 #include "project/defaults.h"
 #include "project/numtext.h"

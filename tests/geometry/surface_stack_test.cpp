@@ -11,7 +11,7 @@
 
 #include "geometry/surface_stack.h"
 #include "project/defaults.h"
-#include "project/menu_model.h"
+#include "commands/menu_model.h"
 #include "support/scripted_port.h"
 
 using namespace tobel;

@@ -8,6 +8,7 @@
 #include <string>
 #include <unistd.h>
 
+#include "commands/open_project.h"
 #include "project/data_file.h"
 #include "project/defaults.h"
 #include "project/input_reader.h"

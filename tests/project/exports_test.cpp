@@ -3,12 +3,13 @@
 #include <filesystem>
 #include <string>
 
+#include "commands/open_project.h"
 #include "geometry/surface_stack.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "project/data_file.h"
 #include "project/defaults.h"
 #include "project/exports.h"
-#include "project/surface_commands.h"
+#include "commands/surface_commands.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 

@@ -12,8 +12,9 @@
 #include <thread>
 #include <unistd.h>
 
+#include "surfaces/grid_surface.h"
 #include "geometry/grid_file.h"
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "project/data_file.h"
 #include "project/defaults.h"
 #include "project/input_reader.h"

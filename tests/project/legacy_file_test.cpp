@@ -2,10 +2,11 @@
 
 #include <string>
 
-#include "project/commands.h"
+#include "commands/open_project.h"
+#include "commands/commands.h"
 #include "project/defaults.h"
 #include "project/legacy_file.h"
-#include "project/menu_model.h"
+#include "commands/menu_model.h"
 #include "project/runtime_error.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"

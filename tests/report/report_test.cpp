@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "project/defaults.h"
-#include "project/surface_commands.h"
+#include "commands/surface_commands.h"
 #include "report/report.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"

@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <vector>
 
-#include "project/commands.h"
-#include "search/search_commands.h"
+#include "commands/commands.h"
+#include "commands/search_commands.h"
 #include "support/bishop_slices.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"

@@ -8,7 +8,7 @@
 #include "project/runtime_error.h"
 #include "search/auto_search.h"
 #include "search/grid_search.h"
-#include "search/search_commands.h"
+#include "commands/search_commands.h"
 #include "search/trial.h"
 #include "search_fixture.h"
 #include "support/scripted_port.h"

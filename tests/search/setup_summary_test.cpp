@@ -6,7 +6,7 @@
 
 #include "dialogs/auto_search_form.h"
 #include "dialogs/grid_search_form.h"
-#include "graphics/section_limits.h"
+#include "geometry/section_window.h"
 #include "project/numtext.h"
 #include "search/search_setup.h"
 #include "search/summary.h"

@@ -6,7 +6,7 @@
 
 #include "dialogs/general_surface_form.h"
 #include "dialogs/wedge_form.h"
-#include "project/menu_model.h"
+#include "commands/menu_model.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 #include "surface_fixture.h"

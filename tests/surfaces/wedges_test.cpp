@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "dialogs/wedge_form.h"
-#include "project/menu_model.h"
+#include "commands/menu_model.h"
 #include "support/scripted_port.h"
 #include "surface_fixture.h"
 #include "surfaces/ellipsoid.h"

@@ -14,7 +14,7 @@
 #include "project/defaults.h"
 #include "project/input_reader.h"
 #include "project/runtime_error.h"
-#include "report/input_review.h"
+#include "commands/input_review.h"
 #include "support/paths.h"
 
 using namespace tobel;

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "project/commands.h"
+#include "commands/commands.h"
 #include "project/defaults.h"
-#include "project/menu_model.h"
+#include "commands/menu_model.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 

@@ -1,4 +1,4 @@
-#include "project/surface_commands.h"
+#include "commands/surface_commands.h"
 
 #include "dialogs/auto_search_form.h"
 #include "dialogs/ellipsoid_form.h"

@@ -4,10 +4,10 @@
 #include <cstdio>
 #include <map>
 
+#include "commands/input_review.h"
 #include "geometry/input_checks.h"
-#include "project/menu_model.h"
+#include "project/menus.h"
 #include "project/numtext.h"
-#include "report/input_review.h"
 
 namespace tobel {
 

@@ -1,5 +1,5 @@
-#include "project/commands.h"
-#include "project/menu_model.h"
+#include "commands/commands.h"
+#include "commands/menu_model.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "report/message_list_form.h"

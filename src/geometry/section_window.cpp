@@ -1,4 +1,4 @@
-#include "graphics/section_limits.h"
+#include "geometry/section_window.h"
 
 #include "project/numtext.h"
 

@@ -1,4 +1,4 @@
-#include "report/input_review.h"
+#include "commands/input_review.h"
 
 #include <algorithm>
 #include <cctype>
@@ -6,18 +6,19 @@
 #include <new>
 #include <optional>
 
+#include "commands/commands.h"
+#include "commands/surface_commands.h"
 #include "geometry/grid_file.h"
 #include "geometry/surface_stack.h"
-#include "project/commands.h"
 #include "project/data_file.h"
 #include "project/defaults.h"
-#include "project/menu_model.h"
+#include "project/menus.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
-#include "project/surface_commands.h"
 #include "solver/bishop_janbu.h"
 #include "solver/checks.h"
 #include "solver/validity.h"
+#include "surfaces/grid_surface.h"
 
 namespace tobel {
 

@@ -1,6 +1,6 @@
-#include "project/commands.h"
+#include "commands/commands.h"
+#include "commands/menu_model.h"
 #include "project/defaults.h"
-#include "project/menu_model.h"
 #include "project/settings.h"
 
 namespace tobel {

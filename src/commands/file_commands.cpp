@@ -2,12 +2,13 @@
 #include <cctype>
 #include <new>
 
+#include "commands/commands.h"
+#include "commands/menu_model.h"
+#include "commands/open_project.h"
 #include "geometry/surface_stack.h"
-#include "project/commands.h"
 #include "project/data_file.h"
 #include "project/defaults.h"
 #include "project/legacy_file.h"
-#include "project/menu_model.h"
 #include "project/runtime_error.h"
 #include "project/settings.h"
 #include "solver/checks.h"
