@@ -33,6 +33,8 @@ struct SolveOptions {
     std::string column_text;
     bool column = false;
     std::array<float, 2> column_yx{};
+    std::string plot, size_text = "800x600"; // --plot OUT, --size WxH
+    int width = 800, height = 600;
 };
 
 struct SearchOptions {
@@ -42,6 +44,8 @@ struct SearchOptions {
     bool trials = false;
     bool valid_only = false;
     std::string summary;
+    std::string plot, size_text = "800x600";
+    int width = 800, height = 600;
 };
 
 void add_info_command(CLI::App& app, Runner& run);
@@ -52,6 +56,7 @@ void add_export_command(CLI::App& app, Runner& run);
 void add_convert_command(CLI::App& app, Runner& run);
 void add_check_command(CLI::App& app, Runner& run);
 void add_run_command(CLI::App& app, Runner& run);
+void add_draw_command(CLI::App& app, Runner& run);
 
 int run_solve(SolveOptions& o);
 int run_search(SearchOptions& o);

@@ -41,6 +41,9 @@ class CliPort : public Port {
     void busy(bool) override {}
     void show_text(const std::string& caption, const std::vector<std::string>& lines) override;
     void show_view(int view_mode, const std::string& caption) override;
+    // Pictures are drawn when a command wants one (draw, --plot).
+    DrawHooks* hooks = nullptr;
+    DrawHooks* draw_hooks() override { return hooks; }
 
   private:
     std::optional<std::string> next_file(const std::string& what, const std::string& filter);

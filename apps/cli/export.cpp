@@ -5,8 +5,8 @@
 
 #include "cli.h"
 #include "cli_port.h"
-#include "geometry/grid_file.h"
 #include "commands/commands.h"
+#include "geometry/grid_file.h"
 #include "project/exports.h"
 #include "project/runtime_error.h"
 #include "trial.h"

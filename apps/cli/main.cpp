@@ -19,6 +19,7 @@ int main(int argc, char** argv)
     cli::add_search_command(app, run);
     cli::add_report_command(app, run);
     cli::add_export_command(app, run);
+    cli::add_draw_command(app, run);
     cli::add_convert_command(app, run);
     cli::add_run_command(app, run);
     try {

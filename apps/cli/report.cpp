@@ -7,15 +7,11 @@
 #include "cli.h"
 #include "cli_port.h"
 #include "commands/commands.h"
-#include "report/report.h"
 #include "commands/search_commands.h"
+#include "report/report.h"
 #include "trial.h"
 
 namespace tobel::cli {
-
-bool run_stored_search(Project& p, CliPort& port, const TrialOptions& trial, bool grid, bool composite,
-                       bool valid_only);
-void add_search_options(CLI::App& sub, bool& grid, bool& automatic, bool& composite, bool& valid_only);
 
 namespace {
 

@@ -8,9 +8,9 @@
 
 #include "cli.h"
 #include "cli_port.h"
-#include "dialogs/ellipsoid_form.h"
 #include "commands/commands.h"
 #include "commands/menu_model.h"
+#include "dialogs/ellipsoid_form.h"
 #include "project/numtext.h"
 
 namespace tobel::cli {

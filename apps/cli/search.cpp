@@ -6,10 +6,12 @@
 #include "cli.h"
 #include "cli_port.h"
 #include "commands/commands.h"
+#include "commands/search_commands.h"
+#include "graphics/picture_hooks.h"
+#include "plot_output.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "search/grid_search.h"
-#include "commands/search_commands.h"
 #include "search/summary.h"
 #include "trial.h"
 
@@ -210,6 +212,10 @@ void add_search_command(CLI::App& app, Runner& run)
     add_search_options(*sub, o->grid, o->automatic, o->composite, o->valid_only);
     sub->add_flag("--trials", o->trials, "list every recorded trial");
     sub->add_option("--summary", o->summary, "OUT.txt: save the search summary table");
+    sub->add_option("--plot", o->plot,
+                    "OUT.png, .svg or .pdf: the search picture (markers, final surface, contours, legend)");
+    sub->add_option("--size", o->size_text,
+                    "WxH: the size of the --plot picture in pixels (default 800x600)");
     sub->callback([o, &run] { run = [o] { return run_search(*o); }; });
 }
 
@@ -219,6 +225,10 @@ int run_search(SearchOptions& o)
         if (!o.grid && !o.automatic)
             throw std::runtime_error("give --grid or --auto");
         check_trial_options(o.trial);
+        if (!o.plot.empty()) {
+            parse_picture_size(o.size_text, o.width, o.height);
+            check_picture_path(o.plot);
+        }
     } catch (const std::exception& e) {
         std::cerr << "tobel search: " << e.what() << "\n";
         return exit_bad_input;
@@ -230,6 +240,11 @@ int run_search(SearchOptions& o)
     port.policy = o.trial.answer;
     port.show_windows = false;
     port.show_progress = true;
+    PictureHooks hooks(port);
+    if (!o.plot.empty()) {
+        port.hooks = &hooks;
+        use_picture_size(p, o.width, o.height);
+    }
     install_interrupt_handler();
     if (!run_stored_search(p, port, o.trial, o.grid, o.composite, o.valid_only))
         return exit_bad_input;
@@ -246,6 +261,8 @@ int run_search(SearchOptions& o)
             return exit_bad_input;
         }
     }
+    if (!o.plot.empty() && !write_picture_file(p.pictures.search.picture, o.plot, o.width, o.height))
+        return exit_bad_input;
     finish_project(p, port);
     return warn_about_search(p, v);
 }

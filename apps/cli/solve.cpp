@@ -7,6 +7,8 @@
 #include "cli.h"
 #include "cli_port.h"
 #include "commands/commands.h"
+#include "graphics/picture_hooks.h"
+#include "plot_output.h"
 #include "solver/single_column.h"
 #include "solver/validity.h"
 #include "trial.h"
@@ -71,6 +73,9 @@ void add_solve_command(CLI::App& app, Runner& run)
     add_settings_option(*sub);
     sub->add_flag("--printout", o->printout, "add the solution printout (lateral balance or acceptability)");
     sub->add_option("--column", o->column_text, "Y,X: print the single column output of the column there");
+    sub->add_option("--plot", o->plot, "OUT.png, .svg or .pdf: the plan of active columns with its legend");
+    sub->add_option("--size", o->size_text,
+                    "WxH: the size of the --plot picture in pixels (default 800x600)");
     sub->callback([o, &run] { run = [o] { return run_solve(*o); }; });
 }
 
@@ -83,6 +88,10 @@ int run_solve(SolveOptions& o)
                 throw std::runtime_error("--column takes Y,X");
             o.column = true;
         }
+        if (!o.plot.empty()) {
+            parse_picture_size(o.size_text, o.width, o.height);
+            check_picture_path(o.plot);
+        }
     } catch (const std::exception& e) {
         std::cerr << "tobel solve: " << e.what() << "\n";
         return exit_bad_input;
@@ -94,6 +103,11 @@ int run_solve(SolveOptions& o)
     port.policy = o.trial.answer;
     port.show_windows = !o.trial.json;
     port.show_printout = o.printout;
+    PictureHooks hooks(port);
+    if (!o.plot.empty()) {
+        port.hooks = &hooks;
+        use_picture_size(p, o.width, o.height);
+    }
     install_interrupt_handler();
 
     if (!prepare_trial(p, port, o.trial))
@@ -119,6 +133,8 @@ int run_solve(SolveOptions& o)
     if (o.trial.json)
         std::cout << solution_json(p).dump(2) << "\n";
     const int status = warn_about_result(p, std::cerr);
+    if (!o.plot.empty() && !write_picture_file(p.pictures.plan_active.picture, o.plot, o.width, o.height))
+        return exit_bad_input;
     finish_project(p, port);
     return status;
 }

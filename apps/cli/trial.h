@@ -9,8 +9,8 @@
 #include <CLI/CLI.hpp>
 
 #include "cli_port.h"
-#include "project/project.h"
 #include "commands/surface_commands.h"
+#include "project/project.h"
 
 namespace tobel::cli {
 
@@ -55,5 +55,12 @@ bool build_trial_surface(Project& p, CliPort& port, const TrialOptions& o);
 
 // open_data_file, then build_trial_surface.
 bool prepare_trial(Project& p, CliPort& port, const TrialOptions& o);
+
+// Opens the file, confirms the search's set-up form and runs the search
+// (search, report and draw share it).
+bool run_stored_search(Project& p, CliPort& port, const TrialOptions& trial, bool grid, bool composite,
+                       bool valid_only);
+// --grid, --auto, --composite, --valid-only.
+void add_search_options(CLI::App& sub, bool& grid, bool& automatic, bool& composite, bool& valid_only);
 
 } // namespace tobel::cli

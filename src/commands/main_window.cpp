@@ -1,5 +1,7 @@
 #include "commands/commands.h"
 #include "commands/menu_model.h"
+#include "graphics/isometry.h"
+#include "graphics/surface_view.h"
 #include "project/defaults.h"
 #include "project/settings.h"
 
@@ -32,12 +34,10 @@ void set_main_caption(Project& p)
     p.main_caption = "TOBEL_3          File " + p.data_file_path;
 }
 
+// The ground of the project just loaded.
 void show_finished_load_view(Project& p, Port& port)
 {
-    if (p.num_rows > 1)
-        port.show_view(5, "ISOMETRIC VIEW");
-    else
-        port.show_view(1, "LONGITUDINAL SECTION");
+    show_surface_view(p, port, p.num_layers);
 }
 
 #ifndef TOBEL_BUILD_DATE
@@ -64,7 +64,7 @@ void graphics_isometry_item(Project& p, Port& port, int item)
 {
     open_graphics_menu(p, item);
     p.view_mode = 5;
-    port.show_view(5, surface_item_caption(p, item + 1));
+    draw_isometry(p, port, item + 1);
 }
 
 } // namespace tobel

@@ -2,6 +2,8 @@
 
 #include "commands/commands.h"
 #include "commands/menu_model.h"
+#include "graphics/isometry.h"
+#include "graphics/section_views.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "report/message_list_form.h"
@@ -26,7 +28,9 @@ static void prepare_search(Project& p, Port& port, int mode, float x, float aspe
     s.fos_max = s.fos_min = 0;
     s.fos_range_set = 0;
     s.best.fos = s.best.y = s.best.z = 0;
-    port.show_view(mode, mode == 9 ? "GRID SEARCH RESULT" : "AUTO SEARCH RESULT");
+    p.pictures.search.caption = mode == 9 ? "GRID SEARCH RESULT" : "AUTO SEARCH RESULT";
+    if (port.draw_hooks() == nullptr)
+        port.show_view(mode, p.pictures.search.caption);
     // 3.
     p.keep_window = -1;
     p.view_mode = int16(mode);
@@ -45,6 +49,12 @@ static void prepare_search(Project& p, Port& port, int mode, float x, float aspe
     p.ell_x = x;
     p.ell_aspect = aspect;
     p.view_row = section_row_of(p, x);
+    if (port.draw_hooks() != nullptr) {
+        // No old sliding surface shows under the trial markers.
+        p.view.hide_sliding = true;
+        draw_search_section(p, port);
+        p.view.hide_sliding = false;
+    }
     s.running = -1;
 }
 
@@ -60,6 +70,8 @@ static bool finish_search(Project& p, Port& port)
     const bool found = s.panel_caption == tentative_caption;
     if (!found)
         port.beep();
+    else if (p.num_rows > 1 && port.draw_hooks() != nullptr)
+        draw_isometry(p, port, p.sliding_index);
     else if (p.num_rows > 1)
         port.show_view(5, "ISOMETRIC VIEW");
     hide_solve_menu(p);
@@ -121,7 +133,8 @@ bool solve_final_surface(Project& p, Port& port)
     if (s.panel_caption != tentative_caption)
         return false;
     p.report_kind = s.mode == 10 ? 3 : 2;
-    port.show_view(6, "PLAN OF ACTIVE COLUMNS");
+    if (port.draw_hooks() == nullptr)
+        port.show_view(6, "PLAN OF ACTIVE COLUMNS");
     p.solve_interactive = -1;
     solve_and_show_trial(p, port);
     s.panel_open = 0;

@@ -1,5 +1,6 @@
 #include "commands/commands.h"
 #include "commands/menu_model.h"
+#include "graphics/isometry.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "report/message_list_form.h"
@@ -27,6 +28,11 @@ void solve_and_show_trial(Project& p, Port& port)
         port.busy(false);
         port.message_box(error_report_text(e), Buttons::ok, Icon::critical, "TOBEL-3");
     }
+    // The result window: the sliding surface with its factor of safety.
+    if (port.draw_hooks() != nullptr && p.num_rows > 1) {
+        p.view.critical_fs = p.factor_of_safety;
+        draw_result_isometry(p, port);
+    }
     port.show_text("RESULTS", result_panel_lines(p));
     show_trial_messages(p, port);
     const auto printout = solution_printout_lines(p);
@@ -43,7 +49,10 @@ bool solve_single_trial(Project& p, Port& port)
     // 2.
     p.report_kind = 1;
     p.solve_interactive = -1;
-    port.show_view(6, "PLAN OF ACTIVE COLUMNS");
+    // The plan of active columns comes up with the solution when the port
+    // takes pictures; otherwise the port is only told of it.
+    if (port.draw_hooks() == nullptr)
+        port.show_view(6, "PLAN OF ACTIVE COLUMNS");
     // 3.
     p.keep_window = 0;
     // 4 to 6.

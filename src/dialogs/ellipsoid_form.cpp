@@ -1,6 +1,7 @@
 #include "dialogs/ellipsoid_form.h"
 
 #include "dialogs/numeric_entry.h"
+#include "graphics/surface_view.h"
 #include "project/menus.h"
 #include "project/numtext.h"
 #include "surfaces/crack.h"
@@ -63,7 +64,6 @@ void ellipsoid_form_preview(Project& p, EllipsoidForm& form, double top, double 
 
 EllipsoidNext continue_ellipsoid_form(Project& p, const EllipsoidForm& form, Port& port)
 {
-    (void)port;
     p.search_x = form.value(field_x);
     p.single_y = form.value(field_y);
     p.single_z = form.value(field_z);
@@ -89,6 +89,7 @@ EllipsoidNext continue_ellipsoid_form(Project& p, const EllipsoidForm& form, Por
     apply_crack(p);
     scale_forces(p);
     show_solve_menu(p, SolveItems::single_trial, p.num_rows >= 2);
+    show_surface_view(p, port, p.sliding_index);
     return EllipsoidNext::solved_ready;
 }
 

@@ -2,13 +2,14 @@
 
 #include <cstddef>
 
-#include "surfaces/grid_surface.h"
 #include "geometry/grid_file.h"
 #include "geometry/interpolation.h"
+#include "graphics/surface_view.h"
 #include "project/menus.h"
 #include "surfaces/crack.h"
 #include "surfaces/dips.h"
 #include "surfaces/ellipsoid.h"
+#include "surfaces/grid_surface.h"
 #include "surfaces/moment_centre.h"
 
 namespace tobel {
@@ -18,12 +19,9 @@ static std::size_t sliding(const Project& p)
     return std::size_t(p.sliding_index);
 }
 
-static void draw_surface(const Project& p, Port& port)
+static void draw_surface(Project& p, Port& port)
 {
-    if (p.num_rows > 1)
-        port.show_view(5, "ISOMETRIC VIEW");
-    else
-        port.show_view(1, "LONGITUDINAL SECTION");
+    show_surface_view(p, port, p.sliding_index);
 }
 
 GeneralSurfaceForm open_general_surface_form(Project& p)

@@ -1,5 +1,6 @@
 #include "dialogs/grid_search_form.h"
 
+#include "graphics/section_views.h"
 #include "project/menus.h"
 #include "project/numtext.h"
 #include "surfaces/crack.h"
@@ -70,8 +71,15 @@ SearchFormNext finish_search_form(Project& p, Port& port, bool grid)
     apply_crack(p);
     scale_forces(p);
     show_solve_menu(p, grid ? SolveItems::grid_search : SolveItems::auto_search, false);
+    // The section of the search line, as the form left view_row.
     p.view_mode = 1;
-    port.show_view(1, "LONGITUDINAL SECTION");
+    p.pictures.section.caption = "LONGITUDINAL SECTION";
+    if (port.draw_hooks() == nullptr) {
+        port.show_view(1, "LONGITUDINAL SECTION");
+    } else {
+        find_force_peak(p);
+        draw_longitudinal_section(p, port);
+    }
     return SearchFormNext::search_ready;
 }
 

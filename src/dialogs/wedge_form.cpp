@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "dialogs/numeric_entry.h"
+#include "graphics/surface_view.h"
 #include "project/menus.h"
 #include "project/numtext.h"
 #include "surfaces/crack.h"
@@ -132,7 +133,7 @@ static std::string surface_picture_title(const Project& p)
         return "COMPOSITE GRID-SEARCH";
     if (p.form_mode == 6)
         return "COMPOSITE AUTO-SEARCH";
-    return p.num_rows > 1 ? "ISOMETRIC VIEW" : "LONGITUDINAL SECTION";
+    return {};
 }
 
 static bool composite_mode(int16 mode)
@@ -182,7 +183,7 @@ void continue_wedge_form(Project& p, const WedgeForm& form, Port& port)
     apply_crack(p);
     scale_forces(p);
     find_moment_centre(p);
-    port.show_view(p.num_rows > 1 ? 5 : 1, surface_picture_title(p));
+    show_surface_view(p, port, p.sliding_index, surface_picture_title(p));
     p.form_mode = 0;
 }
 

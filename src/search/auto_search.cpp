@@ -83,6 +83,8 @@ bool auto_search(Project& p, Port& port, const AutoSearchRecord& r)
         return false;
     // 5.
     show_final(p, port, step, step);
+    if (DrawHooks* const hooks = port.draw_hooks())
+        hooks->search_ended(p);
     return true;
 }
 

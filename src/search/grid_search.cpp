@@ -56,13 +56,15 @@ bool grid_search(Project& p, Port& port, const GridSearchRecord& r)
             accept_best(p, k);
         }
     }
-    if (s.valid_only && s.best.trial_number == 0)
-        return false;
-    if (s.fos_max != 0 && s.fos_min != 0) {
+    bool shown = false;
+    if (!(s.valid_only && s.best.trial_number == 0) && s.fos_max != 0 && s.fos_min != 0) {
         show_final(p, port, s.grid_dy, s.grid_dz);
-        return true;
+        shown = true;
     }
-    return false;
+    // The contours of F, whether or not there is a final surface.
+    if (DrawHooks* const hooks = port.draw_hooks())
+        hooks->search_ended(p);
+    return shown;
 }
 
 // The centres of the grid are exact singles of point_y and point_z, and so

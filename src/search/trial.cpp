@@ -146,11 +146,18 @@ static void build_trial_surface(Project& p)
     scale_forces(p);
 }
 
-// Trial markers and traces belong to the search picture; the search keeps
-// only their count.
-static void plot_trial(SearchState& s)
+// Trial markers and traces belong to the search picture, drawn by the
+// port's hooks; the search keeps their count. The best trial so far is
+// drawn once more, tentatively.
+static void plot_trial(Project& p, Port& port, float plot_a, float plot_b, bool best_so_far)
 {
-    ++s.plot_count;
+    ++p.search.plot_count;
+    DrawHooks* const hooks = port.draw_hooks();
+    if (hooks == nullptr)
+        return;
+    hooks->trial_recorded(p, plot_a, plot_b, false);
+    if (best_so_far)
+        hooks->trial_recorded(p, plot_a, plot_b, true);
 }
 
 static void solve_trial(Project& p, Port& port)
@@ -173,7 +180,6 @@ static void solve_trial(Project& p, Port& port)
 void evaluate_trial(Project& p, Port& port, float y, float z, float radius, float plot_a, float plot_b,
                     int mode)
 {
-    (void)plot_b;
     SearchState& s = p.search;
     p.ell_y = y;
     p.ell_z = z;
@@ -226,8 +232,11 @@ void evaluate_trial(Project& p, Port& port, float y, float z, float radius, floa
     s.summary_volume[n] = t.volume;
     s.summary_count = t.trial_number;
 
+    // The best so far: the first trial, or one strictly under every F of
+    // the search before it (that may become the best record).
+    const bool best_so_far = (s.fos_range_set == 0 || t.fos < s.fos_min) && trial_may_be_best(s);
     classify_trial(s, t.fos);
-    plot_trial(s);
+    plot_trial(p, port, plot_a, plot_b, best_so_far);
 }
 
 // A radius of the line search: z - tangent_z + steps * radius_step, in single.
@@ -331,16 +340,16 @@ void accept_best(Project& p, long point)
 
 void show_final(Project& p, Port& port, float plot_a, float plot_b)
 {
-    (void)port;
-    (void)plot_a;
-    (void)plot_b;
     SearchState& s = p.search;
     s.final_drawing = -1;
-    plot_trial(s);
+    ++s.plot_count;
     p.ell_y = s.best.y;
     p.ell_z = s.best.z;
     p.ell_radius = s.best.radius;
     build_trial_surface(p);
+    // The best centre and the surface just built.
+    if (DrawHooks* const hooks = port.draw_hooks())
+        hooks->final_surface(p, plot_a, plot_b);
     s.panel_lines = trial_panel_lines(s.best);
     s.panel_caption = "Tentative Critical Surface";
     p.surface_out_flag = 0;

@@ -134,6 +134,11 @@ static void solve(Project& p, Port& port)
     BusyPointer busy(port);
     const bool janbu = p.solution_method == 2;
     const bool interactive = p.solve_interactive == -1;
+    // An interactive solution draws its columns on the plan of active columns.
+    DrawHooks* const hooks = interactive ? port.draw_hooks() : nullptr;
+    if (hooks != nullptr)
+        hooks->solve_started(p);
+    int pass = 0;
     p.solve_abort = 0;
     p.balance_lateral = 0;
     for (int f = 0; f <= force_capacity; ++f) {
@@ -170,6 +175,7 @@ static void solve(Project& p, Port& port)
     };
 
     for (;;) { // a pass; a lateral balance opens a new one
+        ++pass;
         f = 1;
         j = 1;
         p.message_count = first_message;
@@ -207,6 +213,8 @@ static void solve(Project& p, Port& port)
                 sw.setup = true;
                 sw.head_test = true;
                 sw.bishop_janbu = true;
+                // A column is drawn once, in the first pass.
+                sw.hooks = pass == 1 ? hooks : nullptr;
                 for (int r = 1; r <= p.num_rows && !failure.failed; ++r) {
                     ColumnRow row;
                     for (int c = 1; c <= p.num_cols; ++c) {

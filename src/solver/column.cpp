@@ -240,6 +240,8 @@ ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw
             p.slide_weight = float(double(p.slide_weight) + s.weight);
             p.slide_area = float(double(p.slide_area) + double(p.col_area(r, c)));
             p.slide_volume = float(double(p.slide_volume) + (s.zg - s.zs) * a);
+            if (sw.hooks != nullptr)
+                sw.hooks->column_solved(p, r, c, s.material, l);
             if (!(p.col_area(r, c) != 0) || !std::isfinite(p.col_area(r, c)) || !std::isfinite(s.weight) ||
                 !std::isfinite(u))
                 return ColumnOutcome::failed;

@@ -30,6 +30,9 @@ struct ColumnSwitches {
     // lateral factor L of the previously solved column for Bishop and Janbu
     // (0 before any column), 1 for Spencer.
     double sigma_factor = 1;
+    // Set in the set-up of an interactive solution whose columns are drawn
+    // as they are solved.
+    DrawHooks* hooks = nullptr;
 };
 
 // Row bookkeeping; a fresh one for each row of each iteration.

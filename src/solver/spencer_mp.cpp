@@ -156,6 +156,10 @@ static void solve(Project& p, Port& port)
     BusyPointer busy(port);
     const int method = p.solution_method;
     const bool interactive = p.solve_interactive == -1;
+    // An interactive solution draws its columns on the plan of active columns.
+    DrawHooks* const hooks = interactive ? port.draw_hooks() : nullptr;
+    if (hooks != nullptr)
+        hooks->solve_started(p);
     // This method knows no rotation and no lateral balancing.
     p.rotation_angle = 0;
     p.balance_lateral = 0;
@@ -399,6 +403,8 @@ static void solve(Project& p, Port& port)
                     sw.head_test = p.iteration_count == 1;
                     sw.bishop_janbu = false;
                     sw.sigma_factor = 1;
+                    // A column is drawn once, in the very first iteration.
+                    sw.hooks = p.iteration_count == 1 ? hooks : nullptr;
                     ColumnRow row;
                     bool prev_active = false;
                     for (int c = 1; c <= num_cols; ++c) {

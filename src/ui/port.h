@@ -42,8 +42,9 @@ class Port {
     virtual void show_text(const std::string& caption, const std::vector<std::string>& lines) = 0;
     // A drawing window is brought up with this caption; `view_mode` says what it shows.
     virtual void show_view(int view_mode, const std::string& caption) = 0;
-    // The pictures that follow a solve or a search; none by default, so a
-    // batch run draws nothing.
+    // The pictures that follow a solve or a search. A port that returns
+    // hooks takes pictures; none by default, so a batch run draws nothing
+    // it was not asked for.
     virtual DrawHooks* draw_hooks() { return nullptr; }
 };
 
