@@ -53,18 +53,22 @@ ZRange find_z_range(const Project& p)
     return r;
 }
 
-WorldWindow longitudinal_section_window(const Project& p, float area_width, float area_height)
+FitInputs section_fit(const Project& p, const ZRange& z, float area_width, float area_height, bool lateral)
 {
-    const ZRange z = find_z_range(p);
     FitInputs in;
     in.margin_ratio = 0.1f;
-    in.extent_left = p.y_min;
-    in.extent_width = p.y_max - p.y_min;
+    in.extent_left = lateral ? p.x_min : p.y_min;
+    in.extent_width = lateral ? p.x_max - p.x_min : p.y_max - p.y_min;
     in.extent_height = (z.z_high - z.z_low) * p.vert_exag;
     in.extent_bottom = p.vert_exag * z.z_low;
     in.area_width = area_width;
     in.area_height = area_height;
-    return fit_window(in);
+    return in;
+}
+
+WorldWindow longitudinal_section_window(const Project& p, float area_width, float area_height)
+{
+    return fit_window(section_fit(p, find_z_range(p), area_width, area_height));
 }
 
 int16 section_row_of(const Project& p, float x)

@@ -40,6 +40,12 @@ struct ZRange {
 };
 ZRange find_z_range(const Project& p);
 
+// The fit of a section on a surface of the given size: margin 0.1, the mesh
+// across (Y along a row, or X along a column when `lateral`) and the
+// elevation range times vert_exag upward.
+FitInputs section_fit(const Project& p, const ZRange& z, float area_width, float area_height,
+                      bool lateral = false);
+
 // The size of the search picture in device units when no window system says
 // otherwise.
 constexpr float default_picture_width = 800;

@@ -28,14 +28,19 @@ Colour layer_fill_colour(const Project& p, int k)
     return k >= 1 && k <= colour_entries ? p.layer_colour[std::size_t(k)] : 0;
 }
 
-WorldWindow fit_and_scale(Project& p, DrawSurface& s, const FitInputs& in)
+void keep_world_window(Project& p, const WorldWindow& w)
 {
-    const WorldWindow w = fit_window(in);
     p.view.win_left = w.win_left;
     p.view.win_bottom = w.win_bottom;
     p.view.win_right = w.win_right;
     p.view.win_top = w.win_top;
     p.view.pick_unit = w.pick_unit;
+}
+
+WorldWindow fit_and_scale(Project& p, DrawSurface& s, const FitInputs& in)
+{
+    const WorldWindow w = fit_window(in);
+    keep_world_window(p, w);
     s.Scale(w.win_left, w.win_top, w.win_right, w.win_bottom);
     return w;
 }

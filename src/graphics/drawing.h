@@ -27,6 +27,8 @@ Colour surface_colour(const Project& p, int k, bool water_rule = true);
 // water colour for a layer of water.
 Colour layer_fill_colour(const Project& p, int k);
 
+// The window kept as the project's world window, with its pick unit.
+void keep_world_window(Project& p, const WorldWindow& w);
 // fit_window, kept as the project's world window, then Scale on the surface.
 WorldWindow fit_and_scale(Project& p, DrawSurface& s, const FitInputs& in);
 

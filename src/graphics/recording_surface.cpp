@@ -38,6 +38,7 @@ void RecordingSurface::on_scale()
         return;
     }
     add(DrawOp::scale, 0, {ScaleLeft(), ScaleTop(), right, bottom});
+    list_.last_scale = list_.items.size() - 1;
 }
 
 void RecordingSurface::on_segment(float x1, float y1, float x2, float y2, Colour colour, int width)

@@ -134,17 +134,23 @@ void draw_fs_legend(Project& p, DrawSurface& s)
 
 void resume_window(const Project& p, DrawSurface& s, DisplayList& kept)
 {
-    for (auto it = kept.items.rbegin(); it != kept.items.rend(); ++it)
+    // The list knows its last window; one built by other means is read back.
+    auto last = kept.items.rend();
+    if (kept.last_scale < kept.items.size() && kept.items[kept.last_scale].op == DrawOp::scale)
+        last = kept.items.rend() - std::ptrdiff_t(kept.last_scale) - 1;
+    for (auto it = last != kept.items.rend() ? last : kept.items.rbegin(); it != kept.items.rend(); ++it)
         if (it->op == DrawOp::scale) {
             const float* f = &kept.coords[it->first];
             const float left = f[0], top = f[1], right = f[2], bottom = f[3];
             const std::size_t items = kept.items.size(), coords = kept.coords.size();
+            const std::size_t window = std::size_t(kept.items.rend() - it) - 1;
             s.Scale(left, top, right, bottom);
             // The picture holds this window already: a copy of it for every
             // column of a large plan would double the picture.
             if (kept.items.size() == items + 1 && kept.items.back().op == DrawOp::scale) {
                 kept.items.pop_back();
                 kept.coords.resize(coords);
+                kept.last_scale = window;
             }
             return;
         }

@@ -204,20 +204,7 @@ void draw_section(Project& p, Port& port, SectionKind kind)
         const ZRange z = find_z_range(p);
         p.view.z_low = z.z_low;
         p.view.z_high = z.z_high;
-        FitInputs in;
-        in.margin_ratio = 0.1f;
-        in.extent_left = lateral ? p.x_min : p.y_min;
-        in.extent_width = lateral ? p.x_max - p.x_min : p.y_max - p.y_min;
-        in.extent_height = (z.z_high - z.z_low) * p.vert_exag;
-        in.extent_bottom = p.vert_exag * z.z_low;
-        in.area_width = s.Width();
-        in.area_height = s.Height();
-        const WorldWindow win = fit_window(in);
-        p.view.win_left = win.win_left;
-        p.view.win_bottom = win.win_bottom;
-        p.view.win_right = win.win_right;
-        p.view.win_top = win.win_top;
-        p.view.pick_unit = win.pick_unit;
+        keep_world_window(p, fit_window(section_fit(p, z, s.Width(), s.Height(), lateral)));
     }
     // 4.
     s.Scale(p.view.win_left, p.view.win_top, p.view.win_right, p.view.win_bottom);

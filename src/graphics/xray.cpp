@@ -61,14 +61,7 @@ void start_xray(Project& p, Port&)
     p.view.z_low = z.z_low;
     p.view.z_high = z.z_high;
     // 2.
-    FitInputs in;
-    in.margin_ratio = 0.1f;
-    in.extent_left = p.y_min;
-    in.extent_width = p.y_max - p.y_min;
-    in.extent_height = (z.z_high - z.z_low) * p.vert_exag;
-    in.extent_bottom = p.vert_exag * z.z_low;
-    in.area_width = s.Width();
-    in.area_height = s.Height();
+    FitInputs in = section_fit(p, z, s.Width(), s.Height());
     // 3.
     const float rows_1 = float(p.num_rows + 1);
     x.xray_dy = (in.extent_height / 3) / rows_1;

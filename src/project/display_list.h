@@ -61,12 +61,17 @@ struct DisplayList {
     std::vector<DrawItem> items;
     std::vector<float> coords;
     std::vector<std::string> texts;
+    // The item of the window in force at the end of the list, so that more
+    // drawing can resume in it without reading the list back.
+    std::size_t last_scale = no_item;
+    static constexpr std::size_t no_item = std::size_t(-1);
 
     void clear()
     {
         items.clear();
         coords.clear();
         texts.clear();
+        last_scale = no_item;
     }
     bool empty() const { return items.empty(); }
     // Bytes held, for the memory figures.

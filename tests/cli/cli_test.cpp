@@ -9,29 +9,16 @@
 #include <nlohmann/json.hpp>
 
 #include "support/paths.h"
+#include "support/run_cli.h"
 
 namespace {
 
-struct RunResult {
-    int status = -1;
-    std::string out;
-};
+using tobel::test::RunResult;
 
 // Runs tobel with the arguments; standard error is kept apart unless merged.
 RunResult tobel(const std::string& args, bool merge_stderr = false)
 {
-    const std::string cmd = std::string(TOBEL_CLI) + " " + args + (merge_stderr ? " 2>&1" : " 2>/dev/null");
-    RunResult r;
-    FILE* f = popen(cmd.c_str(), "r");
-    if (!f)
-        return r;
-    std::array<char, 4096> buf;
-    std::size_t n;
-    while ((n = fread(buf.data(), 1, buf.size(), f)) > 0)
-        r.out.append(buf.data(), n);
-    const int st = pclose(f);
-    r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-    return r;
+    return tobel::test::run_cli(args, merge_stderr ? " 2>&1" : " 2>/dev/null");
 }
 
 std::string example(const std::string& name)

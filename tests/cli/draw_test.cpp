@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "support/paths.h"
+#include "support/run_cli.h"
 
 namespace {
 
@@ -22,25 +23,11 @@ using tobel::test::example_path;
 using tobel::test::read_bytes;
 using tobel::test::ScratchDir;
 
-struct RunResult {
-    int status = -1;
-    std::string out;
-};
+using tobel::test::RunResult;
 
 RunResult run(const std::string& args)
 {
-    const std::string cmd = std::string(TOBEL_CLI) + " " + args + " 2>&1";
-    RunResult r;
-    FILE* f = popen(cmd.c_str(), "r");
-    if (!f)
-        return r;
-    std::array<char, 4096> buf;
-    std::size_t n;
-    while ((n = fread(buf.data(), 1, buf.size(), f)) > 0)
-        r.out.append(buf.data(), n);
-    const int st = pclose(f);
-    r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-    return r;
+    return tobel::test::run_cli(args);
 }
 
 // Colours of a picture, and how much of it is not background white.

@@ -10,28 +10,15 @@
 #include <nlohmann/json.hpp>
 
 #include "support/paths.h"
+#include "support/run_cli.h"
 
 namespace {
 
-struct RunResult {
-    int status = -1;
-    std::string out;
-};
+using tobel::test::RunResult;
 
 RunResult run(const std::string& args, const char* err = " 2>&1")
 {
-    const std::string cmd = std::string(TOBEL_CLI) + " " + args + err;
-    RunResult r;
-    FILE* f = popen(cmd.c_str(), "r");
-    if (!f)
-        return r;
-    std::array<char, 4096> buf;
-    std::size_t n;
-    while ((n = fread(buf.data(), 1, buf.size(), f)) > 0)
-        r.out.append(buf.data(), n);
-    const int st = pclose(f);
-    r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-    return r;
+    return tobel::test::run_cli(args, err);
 }
 
 std::string broken(const std::string& name)
