@@ -7,6 +7,7 @@
 #include "commands/open_project.h"
 #include "graphics/picture_hooks.h"
 #include "graphics/surface_view.h"
+#include "graphics/xray.h"
 #include "project/defaults.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
