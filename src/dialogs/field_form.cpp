@@ -1,5 +1,6 @@
 #include "dialogs/field_form.h"
 
+#include "dialogs/force_form.h"
 #include "dialogs/numeric_entry.h"
 #include "project/numtext.h"
 #include "surfaces/discontinuity_field.h"
@@ -26,7 +27,7 @@ void field_form_key(const Project& p, FieldForm& form, FieldFormKey key, Port& p
     }
     // The grid is the one of the forces form and keeps its limit.
     if (field_rows >= p.max_forces)
-        port.message_box("Only " + str(int(p.max_forces)) + " forces allowed.", Buttons::ok, Icon::none, "");
+        port.message_box(force_limit_message(p.max_forces), Buttons::ok, Icon::none, "");
 }
 
 bool field_form_accepts(const std::string& text, char key, int caret)
