@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "dialogs/numeric_entry.h"
+#include "dialogs/table_rows.h"
 #include "project/numtext.h"
 
 namespace tobel {
@@ -15,12 +16,7 @@ std::string force_limit_message(int max_forces)
 // Keeps the selected line among the eight in view.
 static void scroll_to_selected(ForceForm& form)
 {
-    if (form.row < form.top_row)
-        form.top_row = form.row;
-    if (form.row > form.top_row + force_visible_rows - 1)
-        form.top_row = form.row - force_visible_rows + 1;
-    if (form.top_row < 1)
-        form.top_row = 1;
+    form.top_row = top_row_showing(form.row, form.top_row, force_visible_rows);
 }
 
 ForceForm open_force_form(const Project& p)

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "dialogs/numeric_entry.h"
+#include "dialogs/table_rows.h"
 #include "graphics/surface_view.h"
 #include "project/menus.h"
 #include "project/numtext.h"
@@ -26,12 +27,7 @@ static void limit_reached(const WedgeForm& form, Port& port)
 // Keeps the current row among the eight in view.
 static void scroll_to_current(WedgeForm& form)
 {
-    if (form.row < form.top_row)
-        form.top_row = form.row;
-    if (form.row > form.top_row + wedge_visible_rows - 1)
-        form.top_row = form.row - wedge_visible_rows + 1;
-    if (form.top_row < 1)
-        form.top_row = 1;
+    form.top_row = top_row_showing(form.row, form.top_row, wedge_visible_rows);
 }
 
 WedgeForm open_wedge_form(const Project& p)
