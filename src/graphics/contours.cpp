@@ -191,7 +191,7 @@ std::vector<ContourSegment> contour_segments(const FsLattice& L)
 
 void draw_contours(Project& p, DrawSurface& s)
 {
-    const double e = p.vert_exag != 0 ? double(p.vert_exag) : 1.0;
+    const double e = drawn_exaggeration(p);
     s.DrawWidth(1);
     // Black, so that the lines stand out over the trial markers, which are
     // coloured by the same classes; each limit is named once, beside the

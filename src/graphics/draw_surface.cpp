@@ -36,6 +36,14 @@ void DrawSurface::Scale(double left, double top, double right, double bottom)
     on_scale();
 }
 
+void DrawSurface::take_window(double left, double top, double right, double bottom)
+{
+    left_ = float(left);
+    top_ = float(top);
+    scale_width_ = float(right - left);
+    scale_height_ = float(bottom - top);
+}
+
 void DrawSurface::ScaleLeft(float v)
 {
     left_ = v;

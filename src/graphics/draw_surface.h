@@ -40,6 +40,9 @@ class DrawSurface {
     void ScaleTop(float v);
     void ScaleWidth(float v);
     void ScaleHeight(float v);
+    // The window a picture is already drawn in, taken up again without
+    // telling the back end (a kept picture that more drawing is added to).
+    void take_window(double left, double top, double right, double bottom);
     // Outer size in device units (pixels).
     float Width() const { return width_; }
     float Height() const { return height_; }

@@ -6,14 +6,21 @@
 
 namespace tobel {
 
+Colour colour_entry(const ColourTable& table, int i)
+{
+    return i >= 1 && i <= colour_entries ? table[std::size_t(i)] : 0;
+}
+
+double drawn_exaggeration(const Project& p)
+{
+    return p.vert_exag != 0 ? double(p.vert_exag) : 1.0;
+}
+
 Colour surface_colour(const Project& p, int k, bool water_rule)
 {
-    auto entry = [](const auto& table, int i) {
-        return i >= 1 && i <= colour_entries ? table[std::size_t(i)] : 0;
-    };
-    Colour c = entry(p.layer_colour, k);
+    Colour c = colour_entry(p.layer_colour, k);
     if (k > p.num_layers)
-        c = entry(p.piezo_colour, k - p.num_layers);
+        c = colour_entry(p.piezo_colour, k - p.num_layers);
     if (water_rule && k >= 1 && k <= material_capacity && material_type(p, k) == 5)
         c = p.piezo_colour[13];
     if (k == p.sliding_index)
@@ -25,7 +32,22 @@ Colour layer_fill_colour(const Project& p, int k)
 {
     if (k >= 1 && k <= material_capacity && material_type(p, k) == 5)
         return p.piezo_colour[13];
-    return k >= 1 && k <= colour_entries ? p.layer_colour[std::size_t(k)] : 0;
+    return colour_entry(p.layer_colour, k);
+}
+
+bool force_on_row(const Project& p, int i, int r)
+{
+    const float row_x = p.x_min + float(r - 1) * p.row_spacing;
+    const float half = p.row_spacing / 2;
+    const float x = std::fabs(p.force_x[std::size_t(i)]);
+    return x > row_x - half && x <= row_x + half;
+}
+
+void force_arrow_lengths(const Project& p, int i, double scale, double& v_len, double& h_len)
+{
+    const auto f = std::size_t(i);
+    v_len = p.force_v_ignored[f] == 1 ? 0.0 : double(p.force_v[f]) * scale;
+    h_len = p.force_h_ignored[f] == 1 ? 0.0 : double(p.force_h[f]) * scale;
 }
 
 void keep_world_window(Project& p, const WorldWindow& w)
@@ -84,7 +106,7 @@ void draw_axes(const Project& p, DrawSurface& s, bool show_limits)
     s.DrawWidth(1);
     // 1. Vertical coordinates read true elevation until the end.
     const float top0 = s.ScaleTop(), height0 = s.ScaleHeight();
-    const double exag = p.vert_exag != 0 ? double(p.vert_exag) : 1.0;
+    const double exag = drawn_exaggeration(p);
     s.ScaleTop(float(double(top0) / exag));
     s.ScaleHeight(float(double(height0) / exag));
     const double left = s.ScaleLeft(), top = s.ScaleTop();

@@ -3,6 +3,7 @@
 // section polygon and the force arrow.
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "geometry/section_window.h"
@@ -18,6 +19,14 @@ constexpr Colour water_blue = 16711680; // water forces
 constexpr Colour limit_magenta = 16711935;
 constexpr Colour tentative_yellow = rgb(255, 255, 0);
 
+// Entry i (1 to 51) of a colour table; 0 (black) outside it.
+using ColourTable = std::array<std::int32_t, colour_entries + 1>;
+Colour colour_entry(const ColourTable& table, int i);
+
+// The factor elevations are drawn with; a project without a vertical
+// exaggeration yet draws true elevations.
+double drawn_exaggeration(const Project& p);
+
 // The colour of stack surface k: its layer colour, a piezometric surface's
 // own, the water colour for a layer of water (unless `water_rule` is off, as
 // in the isometric views), the sliding colour for the sliding surface.
@@ -29,6 +38,13 @@ Colour layer_fill_colour(const Project& p, int k);
 
 // The window kept as the project's world window, with its pick unit.
 void keep_world_window(Project& p, const WorldWindow& w);
+// Whether external force i acts on mesh row r: its |X| lies in
+// (X(r) - row_spacing / 2, X(r) + row_spacing / 2]. A negative X is taken at
+// its size.
+bool force_on_row(const Project& p, int i, int r);
+// The arrow of force i at a scale; a component flagged 1 is drawn as 0.
+void force_arrow_lengths(const Project& p, int i, double scale, double& v_len, double& h_len);
+
 // fit_window, kept as the project's world window, then Scale on the surface.
 WorldWindow fit_and_scale(Project& p, DrawSurface& s, const FitInputs& in);
 

@@ -16,6 +16,12 @@ RecordingSurface picture_surface(Project& p, PictureWindow& w)
     return RecordingSurface(w.picture);
 }
 
+void resume_picture(const Project& p, RecordingSurface& s)
+{
+    if (!s.resume())
+        s.Scale(p.view.win_left, p.view.win_top, p.view.win_right, p.view.win_bottom);
+}
+
 void set_main_title(Project& p, const std::string& suffix)
 {
     p.main_caption = "TOBEL_3          File " + p.data_file_path + suffix;

@@ -18,6 +18,11 @@ void bring_up(Project& p, PictureWindow& w, Port& port);
 // the views (p.view.picture_width by picture_height device units).
 RecordingSurface picture_surface(Project& p, PictureWindow& w);
 
+// A surface on a kept picture takes up the window the picture was drawn in,
+// so that what is added registers with what is there; the shared world
+// window of the views when the picture has none yet.
+void resume_picture(const Project& p, RecordingSurface& s);
+
 // "TOBEL_3          File " + data_file_path + suffix.
 void set_main_title(Project& p, const std::string& suffix);
 

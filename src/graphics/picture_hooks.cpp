@@ -25,7 +25,7 @@ static void plot_on_search_picture(Project& p, double y, double z, float plot_a,
 {
     PictureWindow& w = p.pictures.search;
     RecordingSurface s = picture_surface(p, w);
-    resume_window(p, s, w.picture);
+    resume_picture(p, s);
     const bool was = p.view.tentative_marker;
     p.view.tentative_marker = tentative;
     if (centre_first)
@@ -52,7 +52,7 @@ void PictureHooks::search_ended(Project& p)
 {
     PictureWindow& w = p.pictures.search;
     RecordingSurface s = picture_surface(p, w);
-    resume_window(p, s, w.picture);
+    resume_picture(p, s);
     draw_contours(p, s);
     draw_fs_legend(p, s);
 }

@@ -26,11 +26,6 @@ static double col_y(const Project& p, int c)
     return double(c - 1) * double(p.col_spacing) + double(p.y_min);
 }
 
-static Colour table_colour(const std::array<std::int32_t, colour_entries + 1>& table, int i)
-{
-    return i >= 1 && i <= colour_entries ? table[std::size_t(i)] : 0;
-}
-
 // The legend band: the materials of the model (the layers, then the
 // discontinuities) with a box in their colour and their name. Which
 // materials and how they are laid out is our choice: every material a
@@ -109,7 +104,7 @@ void draw_active_column(Project& p, int row, int col, int material, int layer)
 {
     PictureWindow& w = p.pictures.plan_active;
     RecordingSurface s = picture_surface(p, w);
-    resume_window(p, s, w.picture);
+    resume_picture(p, s);
     const double y = col_y(p, col), x = row_x(p, row);
     const double half_w = double(p.col_spacing) / 2;
     // One row of unit width would be a thin line: in 2-D the box is a
@@ -117,7 +112,7 @@ void draw_active_column(Project& p, int row, int col, int material, int layer)
     const double half_h =
         p.num_rows == 1 ? std::abs(double(s.ScaleHeight())) / 20 : double(p.row_spacing) / 2;
     const bool water = layer >= 1 && layer <= material_capacity && material_type(p, layer) == 5;
-    const Colour colour = water ? p.piezo_colour[13] : table_colour(p.layer_colour, material);
+    const Colour colour = water ? p.piezo_colour[13] : colour_entry(p.layer_colour, material);
     s.fill_box(y - half_w, x - half_h, y + half_w, x + half_h, colour);
 }
 

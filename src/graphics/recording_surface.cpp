@@ -20,6 +20,15 @@ DrawItem& RecordingSurface::add(DrawOp op, Colour colour, std::initializer_list<
     return list_.items.back();
 }
 
+bool RecordingSurface::resume()
+{
+    if (list_.last_scale >= list_.items.size() || list_.items[list_.last_scale].op != DrawOp::scale)
+        return false;
+    const float* f = &list_.coords[list_.items[list_.last_scale].first];
+    take_window(f[0], f[1], f[2], f[3]);
+    return true;
+}
+
 // Cls starts the kept picture afresh: what was drawn before can no longer be seen.
 void RecordingSurface::on_cls()
 {

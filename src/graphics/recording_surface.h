@@ -12,6 +12,11 @@ class RecordingSurface : public DrawSurface {
     // Draws into `list`, whose device size is the surface's size.
     explicit RecordingSurface(DisplayList& list);
 
+    // Takes up the last window of the list, so that what is drawn next
+    // registers with what is there and the list gets no second copy of the
+    // window. False when the list has no window yet.
+    bool resume();
+
   protected:
     void on_cls() override;
     void on_scale() override;

@@ -11,13 +11,6 @@
 
 namespace tobel {
 
-// The drawn height of an elevation; a project without a vertical
-// exaggeration yet draws true elevations.
-static double exaggeration(const Project& p)
-{
-    return p.vert_exag != 0 ? double(p.vert_exag) : 1.0;
-}
-
 // One colour component of the table, rounded to a whole number (ties to
 // even); the range guard only catches the float noise at a class limit.
 static int component(double v)
@@ -48,7 +41,7 @@ Colour trial_colour(const Project& p)
 
 void draw_trial_marker(Project& p, DrawSurface& s, double y, double z, double w, double h)
 {
-    const double e = exaggeration(p);
+    const double e = drawn_exaggeration(p);
     s.fill_box(y - w / 2, z * e - (h / 2) * e, y + w / 2, z * e + (h / 2) * e, trial_colour(p));
 }
 
@@ -60,7 +53,7 @@ void draw_trial_trace(Project& p, DrawSurface& s)
     const int r = std::min<int>(p.view_row, p.num_rows);
     if (r < 1 || p.num_cols < 1)
         return;
-    const double e = exaggeration(p);
+    const double e = drawn_exaggeration(p);
     const Colour colour = trial_colour(p);
     auto y_of = [&](int c) { return double(p.y_min) + double(c - 1) * double(p.col_spacing); };
     double y0 = y_of(1), z0 = double(p.zgrid(r, 1, p.sliding_index)) * e;
@@ -89,7 +82,7 @@ void draw_search_grid(Project& p, DrawSurface& s, GridSearchRecord& r)
     double a = std::min(std::abs(double(r.grid_y2) - double(r.grid_y1)) / (2 * ny), cut);
     double b = std::min(std::abs(double(r.grid_z_top) - double(r.grid_z_bottom)) / (2 * nz), cut);
     a = b = std::min(a, b);
-    const double e = exaggeration(p);
+    const double e = drawn_exaggeration(p);
     s.DrawWidth(1);
     for (long j = 0; double(j) <= nz - 1; ++j)
         for (long i = 0; double(i) <= ny - 1; ++i) {
@@ -130,31 +123,6 @@ void draw_fs_legend(Project& p, DrawSurface& s)
         F += step;
     }
     s.ForeColor(fore);
-}
-
-void resume_window(const Project& p, DrawSurface& s, DisplayList& kept)
-{
-    // The list knows its last window; one built by other means is read back.
-    auto last = kept.items.rend();
-    if (kept.last_scale < kept.items.size() && kept.items[kept.last_scale].op == DrawOp::scale)
-        last = kept.items.rend() - std::ptrdiff_t(kept.last_scale) - 1;
-    for (auto it = last != kept.items.rend() ? last : kept.items.rbegin(); it != kept.items.rend(); ++it)
-        if (it->op == DrawOp::scale) {
-            const float* f = &kept.coords[it->first];
-            const float left = f[0], top = f[1], right = f[2], bottom = f[3];
-            const std::size_t items = kept.items.size(), coords = kept.coords.size();
-            const std::size_t window = std::size_t(kept.items.rend() - it) - 1;
-            s.Scale(left, top, right, bottom);
-            // The picture holds this window already: a copy of it for every
-            // column of a large plan would double the picture.
-            if (kept.items.size() == items + 1 && kept.items.back().op == DrawOp::scale) {
-                kept.items.pop_back();
-                kept.coords.resize(coords);
-                kept.last_scale = window;
-            }
-            return;
-        }
-    s.Scale(p.view.win_left, p.view.win_top, p.view.win_right, p.view.win_bottom);
 }
 
 } // namespace tobel

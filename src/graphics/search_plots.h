@@ -36,10 +36,4 @@ void draw_search_grid(Project& p, DrawSurface& s, GridSearchRecord& r);
 // the search's lowest F (fos_min) to its highest (fos_max).
 void draw_fs_legend(Project& p, DrawSurface& s);
 
-// Sets the surface's world window to the last one of the window's kept
-// picture, so that what is added registers with what is there (the picture
-// gets no second copy of that window); the shared world window of the views
-// when the picture has none.
-void resume_window(const Project& p, DrawSurface& s, DisplayList& kept);
-
 } // namespace tobel

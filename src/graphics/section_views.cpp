@@ -114,19 +114,16 @@ void external_forces(Project& p, DrawSurface& s)
     double scale = 0;
     if (p.force_peak != 0)
         scale = std::abs(double(s.ScaleHeight()) / 4 / double(p.force_peak));
-    const float row_x = p.x_min + float(p.view_row - 1) * p.row_spacing;
-    const float half = p.row_spacing / 2;
     const double head_w = std::abs(double(s.ScaleWidth())) / 190;
     const double head_l = std::abs(double(s.ScaleHeight())) / 20;
     for (int i = 1; i <= std::min<int>(p.num_forces, force_capacity); ++i) {
-        const auto f = std::size_t(i);
-        const float x = std::fabs(p.force_x[f]);
-        if (!(x > row_x - half && x <= row_x + half))
+        if (!force_on_row(p, i, p.view_row))
             continue;
         s.DrawWidth(1);
-        const double v_len = p.force_v_ignored[f] == 1 ? 0.0 : double(p.force_v[f]) * scale;
-        const double h_len = p.force_h_ignored[f] == 1 ? 0.0 : double(p.force_h[f]) * scale;
+        double v_len = 0, h_len = 0;
+        force_arrow_lengths(p, i, scale, v_len, h_len);
         // The tip stands at the force's own elevation, not exaggerated.
+        const auto f = std::size_t(i);
         draw_force_arrow(s, p.force_y[f], p.force_z[f], v_len, h_len, head_w, head_l, force_red);
     }
 }
@@ -276,7 +273,7 @@ void draw_lateral_section(Project& p, Port& port)
 void section_pointer_labels(Project& p, PictureWindow& w, double x, double y)
 {
     // The rounding applies to the elevation read, after the exaggeration is taken out.
-    const double exag = p.vert_exag != 0 ? double(p.vert_exag) : 1.0;
+    const double exag = drawn_exaggeration(p);
     switch (p.view_mode) {
     case 1: w.pointer_labels = {" Y = " + label_number(x), " Z = " + label_number(y / exag)}; break;
     case 2: w.pointer_labels = {" X = " + label_number(x), " Z = " + label_number(y / exag)}; break;

@@ -9,37 +9,6 @@ namespace tobel {
 
 namespace {
 
-// A surface on the x-ray picture that takes up the picture's own window
-// again without recording it twice: each tick draws on where the last one
-// stopped.
-class ResumedSurface : public RecordingSurface {
-  public:
-    explicit ResumedSurface(DisplayList& list) : RecordingSurface(list) {}
-    // False when the picture has no window yet (no start).
-    bool resume(const DisplayList& list)
-    {
-        for (auto it = list.items.rbegin(); it != list.items.rend(); ++it)
-            if (it->op == DrawOp::scale && it->count == 4) {
-                const float* f = &list.coords[it->first];
-                quiet_ = true;
-                Scale(f[0], f[1], f[2], f[3]);
-                quiet_ = false;
-                return true;
-            }
-        return false;
-    }
-
-  protected:
-    void on_scale() override
-    {
-        if (!quiet_)
-            RecordingSurface::on_scale();
-    }
-
-  private:
-    bool quiet_ = false;
-};
-
 // A horizontal water arrow at (y, z) of the shifted section.
 void water_arrow(DrawSurface& s, double y, double z, double force, double scale, double head_w, double head_l)
 {
@@ -88,8 +57,8 @@ void xray_step(Project& p)
     if (r < 1 || r > p.num_rows || r > p.zgrid.rows || p.num_cols > p.zgrid.cols || p.num_cols < 1)
         return;
     DisplayList& list = p.pictures.xray.picture;
-    ResumedSurface s(list);
-    if (!s.resume(list))
+    RecordingSurface s(list);
+    if (!s.resume())
         return;
 
     // 1. Each section sits one shift up and to the right of the one before.
@@ -102,8 +71,6 @@ void xray_step(Project& p)
     const double sh = std::abs(double(s.ScaleHeight())), sw = std::abs(double(s.ScaleWidth()));
     const double scale = p.force_peak != 0 ? std::abs(double(s.ScaleHeight()) / 6 / double(p.force_peak)) : 0;
     const double head_w = sw / 265, head_l = sh / 40;
-    const float row_x = p.x_min + float(r - 1) * p.row_spacing;
-    const float half = p.row_spacing / 2;
     const std::size_t ri = std::size_t(r);
 
     const int n = p.surface_defined != 0 ? p.sliding_index : p.sliding_index - 1;
@@ -121,13 +88,12 @@ void xray_step(Project& p)
         // 3. The forces of the row, once for every surface of the loop (the
         // skipped ones too), each time over the last.
         for (int i = 1; i <= p.num_forces && i <= force_capacity; ++i) {
-            const std::size_t fi = std::size_t(i);
-            const float fx = std::abs(p.force_x[fi]);
-            if (!(fx > row_x - half && fx <= row_x + half))
+            if (!force_on_row(p, i, r))
                 continue;
             s.DrawWidth(1);
-            const double v_len = p.force_v_ignored[fi] == 1 ? 0 : double(p.force_v[fi]) * scale;
-            const double h_len = p.force_h_ignored[fi] == 1 ? 0 : double(p.force_h[fi]) * scale;
+            double v_len = 0, h_len = 0;
+            force_arrow_lengths(p, i, scale, v_len, h_len);
+            const std::size_t fi = std::size_t(i);
             draw_force_arrow(s, double(p.force_y[fi]) + double(y0), double(p.force_z[fi]) + double(z0), v_len,
                              h_len, head_w, head_l, force_red);
         }
