@@ -50,7 +50,8 @@ struct Pictures {
     PictureWindow search{"tob_picser"};      // search set-up and progress
     PictureWindow plan_active{"tob_picsol"}; // plan of active columns
     PictureWindow xray{"tob_picxray"};
-    PictureWindow result{"tob_picres"}; // the result isometry
+    PictureWindow result{"tob_picres"};  // the result isometry
+    PictureWindow editor{"tob_graphic"}; // the section editor
     XrayState xray_state;
 };
 

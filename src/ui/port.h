@@ -16,6 +16,14 @@ enum class Buttons { ok, ok_cancel, yes_no, yes_no_cancel };
 enum class Answer { ok, cancel, yes, no };
 enum class Icon { none, information, warning, critical, question };
 
+// A picture file loaded by the window system (the background of the section
+// editor): the core knows it only by its handle and its size in pixels.
+struct ImageHandle {
+    int id = 0;
+    int width = 0;
+    int height = 0;
+};
+
 class Port {
   public:
     virtual ~Port() = default;
@@ -46,6 +54,15 @@ class Port {
     // hooks takes pictures; none by default, so a batch run draws nothing
     // it was not asked for.
     virtual DrawHooks* draw_hooks() { return nullptr; }
+    // Loads a picture file (BMP, GIF, TIF, JPG). Empty optional when the file
+    // cannot be read; a port without images reads none.
+    virtual std::optional<ImageHandle> load_image(const std::string& path)
+    {
+        (void)path;
+        return std::nullopt;
+    }
+    // The picture is no longer needed.
+    virtual void unload_image(const ImageHandle& image) { (void)image; }
 };
 
 // The busy pointer for the life of a scope.
