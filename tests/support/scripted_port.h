@@ -38,8 +38,16 @@ public:
         answers.pop_front();
         return a;
     }
-    std::optional<std::string> input_box(const std::string&, const std::string&, const std::string&) override
+    struct InputBox {
+        std::string prompt;
+        std::string title;
+        std::string initial;
+    };
+    std::vector<InputBox> input_boxes; // every input box asked, in order
+    std::optional<std::string> input_box(const std::string& prompt, const std::string& title,
+                                         const std::string& initial) override
     {
+        input_boxes.push_back({prompt, title, initial});
         if (inputs.empty()) return std::nullopt;
         auto a = inputs.front();
         inputs.pop_front();
@@ -72,6 +80,18 @@ public:
         texts.push_back({caption, lines});
     }
     void show_view(int view_mode, const std::string& caption) override { views.emplace_back(view_mode, caption); }
+
+    // Picture files: a path listed here loads as an image of the given size;
+    // any other path fails to load.
+    std::vector<std::pair<std::string, ImageHandle>> images;
+    std::vector<int> unloaded_images;
+    std::optional<ImageHandle> load_image(const std::string& path) override
+    {
+        for (const auto& [name, image] : images)
+            if (name == path) return image;
+        return std::nullopt;
+    }
+    void unload_image(const ImageHandle& image) override { unloaded_images.push_back(image.id); }
 
 private:
     std::optional<std::string> next_file(const std::string& filter)
