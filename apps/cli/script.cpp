@@ -9,6 +9,7 @@
 #include "cli.h"
 #include "cli_port.h"
 #include "commands/commands.h"
+#include "commands/dialog_session.h"
 #include "commands/menu_model.h"
 #include "dialogs/ellipsoid_form.h"
 #include "project/numtext.h"
@@ -73,12 +74,31 @@ std::optional<Answer> parse_answer(const std::string& w)
     return std::nullopt;
 }
 
+std::optional<FormKey> parse_form_key(const std::string& w)
+{
+    static const std::map<std::string, FormKey> keys = {{"up", FormKey::up},       {"down", FormKey::down},
+                                                        {"left", FormKey::left},   {"right", FormKey::right},
+                                                        {"enter", FormKey::enter}, {"tab", FormKey::tab}};
+    auto it = keys.find(w);
+    if (it == keys.end())
+        return std::nullopt;
+    return it->second;
+}
+
 std::string rest_of(std::istringstream& in)
 {
     std::string rest;
     std::getline(in, rest);
     const auto b = rest.find_first_not_of(" \t");
     return b == std::string::npos ? std::string() : rest.substr(b);
+}
+
+bool is_dialog_step(const std::string& cmd)
+{
+    for (const char* step : {"cell", "type", "text", "key", "choose", "button", "continue", "cancel"})
+        if (cmd == step)
+            return true;
+    return false;
 }
 
 } // namespace
@@ -100,6 +120,7 @@ int run_script(const std::vector<std::string>& args)
     install_interrupt_handler();
     const auto readable = readable_fields();
     const auto writable = writable_fields();
+    DialogSession session;
 
     std::string line;
     int line_no = 0;
@@ -221,6 +242,61 @@ int run_script(const std::vector<std::string>& args)
                 std::cout << p.message_text[std::size_t(i)] << "\n";
         } else if (cmd == "info") {
             print_project(p, std::cout);
+        } else if (cmd == "dialog") {
+            std::string name;
+            in >> name;
+            const DialogKind kind = parse_dialog_kind(name);
+            if (kind == DialogKind::none)
+                return fail("unknown dialog '" + name + "'");
+            open_dialog(p, port, session, kind);
+        } else if (cmd == "expect-dialog") {
+            const std::string want = rest_of(in);
+            const std::string have = dialog_caption(session);
+            if (have != want)
+                return fail("the open dialog is '" + have + "', expected '" + want + "'");
+        } else if (is_dialog_step(cmd)) {
+            if (!dialog_open(session))
+                return fail("no dialog is open");
+            DialogStep step = DialogStep::done;
+            if (cmd == "cell") {
+                int row = 0, col = 1;
+                if (!(in >> row))
+                    return fail("cell takes a row and, for a table, a column");
+                in >> col;
+                step = dialog_select(p, port, session, row, col);
+            } else if (cmd == "type" || cmd == "text") {
+                if (cmd == "text")
+                    step = dialog_clear(p, port, session);
+                for (char c : rest_of(in))
+                    if (step == DialogStep::done)
+                        step = dialog_type(p, port, session, c);
+            } else if (cmd == "key") {
+                std::string w;
+                in >> w;
+                if (w == "backspace") {
+                    step = dialog_type(p, port, session, '\b');
+                } else {
+                    const auto key = parse_form_key(w);
+                    if (!key)
+                        return fail("key must be up, down, left, right, enter, tab or backspace");
+                    step = dialog_key(p, port, session, *key);
+                }
+            } else if (cmd == "choose") {
+                int choice = 0;
+                if (!(in >> choice))
+                    return fail("choose takes a number");
+                step = dialog_choose(p, port, session, choice);
+            } else if (cmd == "button") {
+                std::string name;
+                in >> name;
+                step = dialog_button(p, port, session, name);
+            } else if (cmd == "continue") {
+                dialog_continue(p, port, session);
+            } else if (cmd == "cancel") {
+                dialog_cancel(p, port, session);
+            }
+            if (step == DialogStep::not_here)
+                return fail("'" + line + "' is not a step of the dialog '" + dialog_caption(session) + "'");
         } else {
             return fail("unknown command '" + cmd + "'");
         }
