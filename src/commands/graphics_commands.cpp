@@ -1,10 +1,12 @@
 #include "commands/graphics_commands.h"
 
+#include "geometry/grid_file.h"
 #include "graphics/picture.h"
 #include "graphics/plan_views.h"
 #include "graphics/section_views.h"
 #include "graphics/surface_view.h"
 #include "graphics/xray.h"
+#include "project/runtime_error.h"
 
 namespace tobel {
 
@@ -38,6 +40,25 @@ void graphics_xray(Project& p, Port& port)
     bring_up(p, p.pictures.xray, port);
     find_force_peak(p);
     start_xray(p, port);
+}
+
+std::string default_grid_name(int surface)
+{
+    return "G" + std::to_string(surface) + ".GRD";
+}
+
+void export_grid_item(Project& p, Port& port, int item)
+{
+    const int surface = item + 1;
+    // The overwrite prompt is on, as for the data files.
+    const auto path = port.save_file_dialog("Grid Files (*.GRD)|*.GRD", default_grid_name(surface), true);
+    if (!path)
+        return;
+    try {
+        write_grid_file(p, surface, *path, port);
+    } catch (const RuntimeError& e) {
+        port.message_box(error_report_text(e), Buttons::ok, Icon::critical, "TOBEL-3");
+    }
 }
 
 } // namespace tobel

@@ -6,6 +6,7 @@
 #include "dialogs/general_surface_form.h"
 #include "dialogs/grid_search_form.h"
 #include "dialogs/wedge_form.h"
+#include "graphics/picture.h"
 #include "project/runtime_error.h"
 #include "solver/checks.h"
 
@@ -41,6 +42,31 @@ static int16 form_mode_of(SurfaceCommand which)
 static bool confirm_surface_forms(Project& p, Port& port, SurfaceCommand which);
 static bool confirm_search_forms(Project& p, Port& port, bool grid, bool composite);
 
+// The ellipsoid family sets its surface up on the search window, which comes
+// up with the caption of the command and the set-up view mode.
+static void show_setup_window(Project& p, Port& port, const char* caption, int mode)
+{
+    p.view_mode = int16(mode);
+    p.pictures.search.caption = caption;
+    bring_up(p, p.pictures.search, port);
+}
+
+const char* setup_window_caption(SurfaceCommand which)
+{
+    if (which == SurfaceCommand::ellipsoid)
+        return "ELLIPSOIDAL SURFACE";
+    if (which == SurfaceCommand::composite)
+        return "COMPOSITE SURFACE";
+    return "";
+}
+
+const char* search_setup_window_caption()
+{
+    // The composite searches set up the same grid of ellipsoids; their own
+    // captions come with the wedge form.
+    return "ELLIPSOIDAL GRID-SEARCH";
+}
+
 // A run-time error of the construction (a crack row that has no number, say)
 // is shown as the file commands show theirs; no surface is defined then.
 bool confirm_surface(Project& p, Port& port, SurfaceCommand which)
@@ -62,6 +88,7 @@ static bool confirm_surface_forms(Project& p, Port& port, SurfaceCommand which)
     p.form_mode = form_mode_of(which);
     bool to_wedges = which == SurfaceCommand::wedge;
     if (which == SurfaceCommand::ellipsoid || which == SurfaceCommand::composite) {
+        show_setup_window(p, port, setup_window_caption(which), 3);
         to_wedges = continue_ellipsoid_form(p, open_ellipsoid_form(p), port) == EllipsoidNext::to_wedge_form;
     } else if (which == SurfaceCommand::general || which == SurfaceCommand::general_wedge) {
         GeneralSurfaceForm form = open_general_surface_form(p);
@@ -92,6 +119,7 @@ static bool confirm_search_forms(Project& p, Port& port, bool grid, bool composi
     reset_forces(p);
     p.keep_window = 0;
     p.form_mode = int16(composite ? (grid ? 5 : 6) : 0);
+    show_setup_window(p, port, search_setup_window_caption(), grid ? 7 : 8);
     const SearchFormNext next = grid ? continue_grid_search_form(p, open_grid_search_form(p), port)
                                      : continue_auto_search_form(p, open_auto_search_form(p), port);
     if (next == SearchFormNext::to_wedge_form)

@@ -14,6 +14,14 @@ enum class SurfaceCommand { ellipsoid, wedge, composite, general, general_wedge 
 // "ellipsoid", "wedge", "composite", "general", "general-wedge"; false when unknown.
 bool parse_surface_command(const std::string& name, SurfaceCommand& out);
 
+// The caption of the search window that the ellipsoid family sets its
+// surface up on: "ELLIPSOIDAL SURFACE" for the single ellipsoid, "COMPOSITE
+// SURFACE" for the composite of ellipsoid and wedges, "" for the commands
+// that do not use the window; "ELLIPSOIDAL GRID-SEARCH" for every search
+// set-up, composite or not.
+const char* setup_window_caption(SurfaceCommand which);
+const char* search_setup_window_caption();
+
 // Runs the command and confirms each form in turn. Returns true when a
 // sliding surface is defined afterwards.
 bool confirm_surface(Project& p, Port& port, SurfaceCommand which);

@@ -1,6 +1,8 @@
 #include "dialogs/ellipsoid_form.h"
 
 #include "dialogs/numeric_entry.h"
+#include "graphics/drawing.h"
+#include "graphics/setup_handles.h"
 #include "graphics/surface_view.h"
 #include "project/menus.h"
 #include "project/numtext.h"
@@ -60,6 +62,49 @@ void ellipsoid_form_preview(Project& p, EllipsoidForm& form, double top, double 
         form.value(field_z) = float(((top - bottom) / 2.0 + bottom) / exaggeration);
         form.value(field_tangent) = float(((top - bottom) / 5.0 + bottom) / exaggeration);
     }
+}
+
+// The section drawn again in the limits of the present zoom level, with the
+// ellipsoid of the form over it.
+static void draw_zoomed(Project& p, EllipsoidForm& form, Port& port)
+{
+    keep_world_window(p, form.zoom_windows[std::size_t(form.zoom_level)]);
+    const int16 keep = p.keep_window;
+    p.keep_window = -1;
+    show_setup(p, port, {3, form.values, false});
+    p.keep_window = keep;
+}
+
+void ellipsoid_form_zoom_out(Project& p, EllipsoidForm& form, Port& port)
+{
+    if (form.zoom_level <= 0)
+        return;
+    // Level 3 is what the section was last drawn in.
+    if (form.zoom_level == ellipsoid_zoom_levels - 1)
+        form.zoom_windows[std::size_t(form.zoom_level)] = {
+            p.view.win_left, p.view.win_bottom, p.view.win_right, p.view.win_top, p.view.pick_unit};
+    WorldWindow w = form.zoom_windows[std::size_t(form.zoom_level)];
+    const float width = w.win_right - w.win_left, height = w.win_top - w.win_bottom;
+    w.win_left -= width / 4;
+    w.win_right += width / 4;
+    w.win_bottom -= height / 4;
+    w.win_top += height / 4;
+    w.pick_unit = (w.win_right - w.win_left) / 100;
+    --form.zoom_level;
+    form.zoom_windows[std::size_t(form.zoom_level)] = w;
+    form.zoom_out_enabled = form.zoom_level > 0;
+    form.zoom_in_enabled = true;
+    draw_zoomed(p, form, port);
+}
+
+void ellipsoid_form_zoom_in(Project& p, EllipsoidForm& form, Port& port)
+{
+    if (form.zoom_level >= ellipsoid_zoom_levels - 1)
+        return;
+    ++form.zoom_level;
+    form.zoom_in_enabled = form.zoom_level < ellipsoid_zoom_levels - 1;
+    form.zoom_out_enabled = true;
+    draw_zoomed(p, form, port);
 }
 
 EllipsoidNext continue_ellipsoid_form(Project& p, const EllipsoidForm& form, Port& port)

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "geometry/section_window.h"
 #include "project/project.h"
 #include "ui/port.h"
 
@@ -22,9 +23,18 @@ enum EllipsoidField : int {
     field_aspect = 5,  // "Ellipsoid Aspect Ratio:  "
 };
 
+// The zoom of the form's picture: level 3 is the window the section was
+// drawn in; each level below is wider.
+constexpr int ellipsoid_zoom_levels = 4;
+
 struct EllipsoidForm {
     std::array<float, 5> values{}; // X, Y, Z, tangent elevation, aspect, at 0..4
     int field = 1;                 // current field, 1..5
+    // The view limits of the four zoom levels, the level shown and the two
+    // buttons' enabled flags.
+    std::array<WorldWindow, ellipsoid_zoom_levels> zoom_windows{};
+    int zoom_level = 3;
+    bool zoom_in_enabled = false, zoom_out_enabled = true;
 
     float& value(int f) { return values[std::size_t(f - 1)]; }
     float value(int f) const { return values[std::size_t(f - 1)]; }
@@ -56,6 +66,15 @@ void ellipsoid_form_enter(EllipsoidForm& form, int field, std::string_view text)
 // are both 0 gets the first proposal. top and bottom are the vertical limits
 // of the section drawing, exaggeration its vertical scale factor.
 void ellipsoid_form_preview(Project& p, EllipsoidForm& form, double top, double bottom, double exaggeration);
+
+// Zoom Out: the limits of the present level (at level 3, the window the
+// section is drawn in) are widened by a quarter of their span at each end,
+// the level steps back by one and keeps them; level 0 disables Zoom Out.
+// The section is drawn again in the new limits.
+void ellipsoid_form_zoom_out(Project& p, EllipsoidForm& form, Port& port);
+
+// Zoom In: the next level's stored limits come back; level 3 disables Zoom In.
+void ellipsoid_form_zoom_in(Project& p, EllipsoidForm& form, Port& port);
 
 // What the form leads to after Continue: the solve menu is ready, or (while a
 // composite surface is under construction) the wedge form must open next.

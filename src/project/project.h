@@ -202,6 +202,15 @@ struct Project {
     float vert_exag = 0, iso_angle = 0;
     float deg_to_rad = 0;
 
+    // The section editor's state that outlives one editing: snapping (0 on,
+    // -1 off; kept while the program runs, so reset_project leaves it), the
+    // drawing of a general sliding surface (only the sliding line is
+    // edited), and the world coordinates last entered for the two points
+    // that stretch a background image.
+    int16 snap_off = 0;
+    bool edit_general = false;
+    float image_p1_y = 0, image_p1_z = 0, image_p2_y = 0, image_p2_z = 0;
+
     // Command flags of the main window
     int16 form_mode = 0, view_mode = 0, save_cancelled = 0, open_recent_pending = 0, keep_window = 0;
     std::string main_caption = "TOBEL-3";
