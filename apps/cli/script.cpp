@@ -1,5 +1,6 @@
 // tobel run SCRIPT: menu commands and dialog steps, one per line, with the
 // answers to the program's questions queued ahead of the command that asks.
+#include <ctime>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -50,6 +51,61 @@ std::map<std::string, std::function<std::string(const Project&)>> readable_field
         {"single_y", [f](const Project& p) { return f(p.single_y); }},
         {"recent_count", [](const Project& p) { return std::to_string(p.recent_count); }},
         {"project_title", [](const Project& p) { return p.project_title; }},
+        {"num_layers", [](const Project& p) { return std::to_string(p.num_layers); }},
+        {"num_piezos", [](const Project& p) { return std::to_string(p.num_piezos); }},
+        {"num_discs", [](const Project& p) { return std::to_string(p.num_discs); }},
+        {"num_sections", [](const Project& p) { return std::to_string(p.num_sections); }},
+        {"view_row", [](const Project& p) { return std::to_string(p.view_row); }},
+        {"view_mode", [](const Project& p) { return std::to_string(p.view_mode); }},
+        {"vert_exag", [f](const Project& p) { return f(p.vert_exag); }},
+        {"iso_angle", [f](const Project& p) { return f(p.iso_angle); }},
+        {"fill_style", [](const Project& p) { return std::to_string(p.view.fill_style); }},
+    };
+}
+
+// Fields read with numbers after their name: the material of entry m, the
+// point count of line k in section s, and so on. The function checks the
+// numbers and gives false when one is out of range.
+using IndexedField =
+    std::pair<int, std::function<bool(const Project&, const std::vector<int>&, std::string&)>>;
+std::map<std::string, IndexedField> indexed_fields()
+{
+    auto in = [](int v, int lo, int hi) { return v >= lo && v <= hi; };
+    return {
+        {"material_name",
+         {1,
+          [in](const Project& p, const std::vector<int>& i, std::string& out) {
+              if (!in(i[0], 1, material_capacity))
+                  return false;
+              out = p.mat_name[std::size_t(i[0])];
+              return true;
+          }}},
+        {"section_npts",
+         {2,
+          [in](const Project& p, const std::vector<int>& i, std::string& out) {
+              if (!in(i[0], 1, section_capacity) || !in(i[1], 1, section_count_surfaces))
+                  return false;
+              out = std::to_string(p.sections.n(i[0], i[1]));
+              return true;
+          }}},
+        {"point",
+         {3,
+          [in](const Project& p, const std::vector<int>& i, std::string& out) {
+              if (!in(i[0], 1, section_capacity) || !in(i[1], 1, section_surface_capacity) ||
+                  !in(i[2], 1, section_point_capacity))
+                  return false;
+              out = general_text(p.sections.y(i[0], i[2], i[1])) + " " +
+                    general_text(p.sections.z(i[0], i[2], i[1]));
+              return true;
+          }}},
+        {"surf_method",
+         {1,
+          [in](const Project& p, const std::vector<int>& i, std::string& out) {
+              if (!in(i[0], 1, surface_capacity))
+                  return false;
+              out = std::to_string(p.surf_method[std::size_t(i[0])]);
+              return true;
+          }}},
     };
 }
 
@@ -93,9 +149,20 @@ std::string rest_of(std::istringstream& in)
     return b == std::string::npos ? std::string() : rest.substr(b);
 }
 
+// Today's date in the system's short form, for the Control Parameters form.
+std::string today_text()
+{
+    const std::time_t now = std::time(nullptr);
+    char buf[32] = {};
+    std::strftime(buf, sizeof buf, "%x", std::localtime(&now));
+    return buf;
+}
+
 bool is_dialog_step(const std::string& cmd)
 {
-    for (const char* step : {"cell", "type", "text", "key", "choose", "button", "continue", "cancel"})
+    for (const char* step :
+         {"cell", "type", "text", "key", "choose", "button", "continue", "cancel", "goto-line",
+          "goto-section", "copy-layer", "copy-section", "down", "move", "up", "click", "drag"})
         if (cmd == step)
             return true;
     return false;
@@ -120,7 +187,9 @@ int run_script(const std::vector<std::string>& args)
     install_interrupt_handler();
     const auto readable = readable_fields();
     const auto writable = writable_fields();
+    const auto indexed = indexed_fields();
     DialogSession session;
+    session.today = today_text();
 
     std::string line;
     int line_no = 0;
@@ -153,7 +222,12 @@ int run_script(const std::vector<std::string>& args)
         } else if (cmd == "input-cancel") {
             port.inputs.push_back(std::nullopt);
         } else if (cmd == "new") {
-            file_new(p, port);
+            new_project(p, port, session);
+        } else if (cmd == "start") {
+            int button = 0;
+            if (!(in >> button) || button < 1 || button > 3)
+                return fail("start takes a button 1 to 3");
+            start_form_button(p, port, session, button);
         } else if (cmd == "open" || cmd == "save-as" || cmd == "save-as-tod") {
             const std::string path = rest_of(in);
             if (!path.empty())
@@ -217,10 +291,19 @@ int run_script(const std::vector<std::string>& args)
         } else if (cmd == "print" || cmd == "expect") {
             std::string field;
             in >> field;
-            auto it = readable.find(field);
-            if (it == readable.end())
+            std::string value;
+            if (auto it = readable.find(field); it != readable.end()) {
+                value = it->second(p);
+            } else if (auto jt = indexed.find(field); jt != indexed.end()) {
+                std::vector<int> idx(jt->second.first);
+                for (int& i : idx)
+                    if (!(in >> i))
+                        return fail(field + " takes " + std::to_string(idx.size()) + " numbers");
+                if (!jt->second.second(p, idx, value))
+                    return fail(field + ": a number is out of range");
+            } else {
                 return fail("unknown field '" + field + "'");
-            const std::string value = it->second(p);
+            }
             if (cmd == "print") {
                 std::cout << field << " = " << value << "\n";
             } else {
@@ -248,7 +331,11 @@ int run_script(const std::vector<std::string>& args)
             const DialogKind kind = parse_dialog_kind(name);
             if (kind == DialogKind::none)
                 return fail("unknown dialog '" + name + "'");
-            open_dialog(p, port, session, kind);
+            const std::string control = dialog_menu_control(kind);
+            if (p.menus.items.count(control) && !p.menus.at(control).visible)
+                std::cout << "menu item " << control << " is not available\n";
+            else
+                open_dialog(p, port, session, kind);
         } else if (cmd == "expect-dialog") {
             const std::string want = rest_of(in);
             const std::string have = dialog_caption(session);
@@ -288,8 +375,44 @@ int run_script(const std::vector<std::string>& args)
                 step = dialog_choose(p, port, session, choice);
             } else if (cmd == "button") {
                 std::string name;
-                in >> name;
-                step = dialog_button(p, port, session, name);
+                int arg = 0;
+                in >> name >> arg;
+                step = dialog_button(p, port, session, name, arg);
+            } else if (cmd == "goto-line" || cmd == "goto-section" || cmd == "copy-layer" ||
+                       cmd == "copy-section") {
+                int arg = 0;
+                if (!(in >> arg))
+                    return fail(cmd + " takes a number");
+                step = dialog_button(p, port, session, cmd, arg);
+            } else if (cmd == "down" || cmd == "move" || cmd == "up") {
+                std::string b;
+                double y = 0, e = 0;
+                if (!(in >> b >> y >> e))
+                    return fail(cmd + " takes a button (left, right, left+shift, right+shift) and Y E");
+                const bool shift = b.size() > 6 && b.substr(b.size() - 6) == "+shift";
+                if (shift)
+                    b.resize(b.size() - 6);
+                if (b != "left" && b != "right")
+                    return fail("the button must be left or right, with +shift for Shift");
+                const PointerAction a = cmd == "down"   ? PointerAction::down
+                                        : cmd == "move" ? PointerAction::move
+                                                        : PointerAction::up;
+                step = dialog_pointer(p, port, session, a,
+                                      b == "left" ? PointerButton::left : PointerButton::right, shift, y, e);
+            } else if (cmd == "click" || cmd == "drag") {
+                double y1 = 0, e1 = 0, y2 = 0, e2 = 0;
+                if (!(in >> y1 >> e1) || (cmd == "drag" && !(in >> y2 >> e2)))
+                    return fail(cmd == "click" ? "click takes Y E" : "drag takes Y1 E1 Y2 E2");
+                if (cmd == "click") {
+                    y2 = y1;
+                    e2 = e1;
+                }
+                step =
+                    dialog_pointer(p, port, session, PointerAction::down, PointerButton::left, false, y1, e1);
+                if (step == DialogStep::done && cmd == "drag")
+                    dialog_pointer(p, port, session, PointerAction::move, PointerButton::left, false, y2, e2);
+                if (step == DialogStep::done)
+                    dialog_pointer(p, port, session, PointerAction::up, PointerButton::left, false, y2, e2);
             } else if (cmd == "continue") {
                 dialog_continue(p, port, session);
             } else if (cmd == "cancel") {

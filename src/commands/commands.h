@@ -17,7 +17,9 @@ void set_main_caption(Project& p);
 // user cancels, in which case the command ends with nothing changed.
 bool save_prompt(Project& p, Port& port);
 
-void file_new(Project& p, Port& port);
+// File > New up to the cleared project; false when the save prompt was
+// cancelled. Control Parameters follow (see new_project).
+bool file_new(Project& p, Port& port);
 void file_open(Project& p, Port& port);
 // Open legacy file: Open with the .TOD filter and the legacy reader, always
 // through the dialog; the recent list is not updated.
@@ -41,9 +43,6 @@ void show_finished_load_view(Project& p, Port& port);
 
 // Help > About: the title and the version line with the build date.
 void help_about(Project& p, Port& port);
-// The start form's buttons: 1 "Create a New File", 2 "Open an Existing
-// File", 3 "Other" (which only closes the form).
-void start_form_command(Project& p, Port& port, int button);
 // Graphics > Isometry item i: the isometric view of surface i + 1.
 void graphics_isometry_item(Project& p, Port& port, int item);
 

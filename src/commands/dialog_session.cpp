@@ -3,6 +3,11 @@
 #include <type_traits>
 
 #include "commands/commands.h"
+#include "commands/surface_commands.h"
+#include "dialogs/wedge_form.h"
+#include "graphics/editor_picture.h"
+#include "graphics/image_calibration.h"
+#include "graphics/plan_views.h"
 #include "project/numtext.h"
 #include "solver/checks.h"
 
@@ -10,27 +15,28 @@ namespace tobel {
 
 namespace {
 
-template <class> inline constexpr bool always_false = false;
+// Each step is a set of overloads, one per form that takes it; the template
+// answers for every other form.
+struct Ctx {
+    Project& p;
+    Port& port;
+    DialogSession& s;
+};
 
-// The forms of numbers: the cell in work has an edit text that goes into the
-// form when the cell is left.
+// --- The forms of numbers keep their edit text in the session.
+
 void commit_edit(DialogSession& s)
 {
     if (!s.edited)
         return;
-    std::visit(
-        [&](auto& f) {
-            using F = std::decay_t<decltype(f)>;
-            if constexpr (std::is_same_v<F, EllipsoidForm>)
-                ellipsoid_form_enter(f, s.row, s.edit);
-            else if constexpr (std::is_same_v<F, CrackForm>)
-                crack_form_enter(f, s.row, s.edit);
-            else if constexpr (std::is_same_v<F, ForceForm>)
-                force_form_enter(f, s.row, s.col, s.edit);
-            else if constexpr (std::is_same_v<F, RotationForm>)
-                rotation_form_edit(f, s.edit);
-        },
-        s.form);
+    if (auto* f = std::get_if<EllipsoidForm>(&s.form))
+        ellipsoid_form_enter(*f, s.row, s.edit);
+    else if (auto* c = std::get_if<CrackForm>(&s.form))
+        crack_form_enter(*c, s.row, s.edit);
+    else if (auto* g = std::get_if<ForceForm>(&s.form))
+        force_form_enter(*g, s.row, s.col, s.edit);
+    else if (auto* r = std::get_if<RotationForm>(&s.form))
+        rotation_form_edit(*r, s.edit);
     s.edited = false;
 }
 
@@ -39,39 +45,32 @@ void load_edit(DialogSession& s)
 {
     s.edited = false;
     s.edit.clear();
-    std::visit(
-        [&](auto& f) {
-            using F = std::decay_t<decltype(f)>;
-            if constexpr (std::is_same_v<F, EllipsoidForm>)
-                s.edit = general_text(f.value(s.row));
-            else if constexpr (std::is_same_v<F, CrackForm>)
-                s.edit = general_text(f.value(s.row));
-            else if constexpr (std::is_same_v<F, ForceForm>) {
-                if (s.row >= 1 && s.row <= f.count())
-                    s.edit = general_text(f.cell(s.row, s.col));
-            } else if constexpr (std::is_same_v<F, RotationForm>)
-                s.edit = f.text;
-        },
-        s.form);
+    if (auto* f = std::get_if<EllipsoidForm>(&s.form))
+        s.edit = general_text(f->value(s.row));
+    else if (auto* c = std::get_if<CrackForm>(&s.form))
+        s.edit = general_text(c->value(s.row));
+    else if (auto* g = std::get_if<ForceForm>(&s.form)) {
+        if (s.row >= 1 && s.row <= g->count())
+            s.edit = general_text(g->cell(s.row, s.col));
+    } else if (auto* r = std::get_if<RotationForm>(&s.form))
+        s.edit = r->text;
 }
 
-bool key_accepted(const DialogSession& s, char key)
+bool number_form(const DialogSession& s)
 {
-    return std::visit(
-        [&](const auto& f) -> bool {
-            using F = std::decay_t<decltype(f)>;
-            if constexpr (std::is_same_v<F, EllipsoidForm>)
-                return ellipsoid_form_accepts(s.edit, key);
-            else if constexpr (std::is_same_v<F, CrackForm>)
-                return crack_form_accepts(s.edit, key);
-            else if constexpr (std::is_same_v<F, ForceForm>)
-                return force_form_accepts(s.edit, key);
-            else if constexpr (std::is_same_v<F, RotationForm>)
-                return rotation_form_accepts(s.edit, key);
-            else
-                return false;
-        },
-        s.form);
+    return std::holds_alternative<EllipsoidForm>(s.form) || std::holds_alternative<CrackForm>(s.form) ||
+           std::holds_alternative<ForceForm>(s.form) || std::holds_alternative<RotationForm>(s.form);
+}
+
+bool number_key_accepted(const DialogSession& s, char key)
+{
+    if (std::holds_alternative<EllipsoidForm>(s.form))
+        return ellipsoid_form_accepts(s.edit, key);
+    if (std::holds_alternative<CrackForm>(s.form))
+        return crack_form_accepts(s.edit, key);
+    if (std::holds_alternative<ForceForm>(s.form))
+        return force_form_accepts(s.edit, key);
+    return rotation_form_accepts(s.edit, key);
 }
 
 void close(DialogSession& s)
@@ -80,6 +79,706 @@ void close(DialogSession& s)
     s.row = s.col = 1;
     s.edit.clear();
     s.edited = false;
+}
+
+template <class F> void take(DialogSession& s, F form)
+{
+    close(s);
+    s.form = std::move(form);
+    load_edit(s);
+}
+
+// --- select
+
+template <class F> DialogStep on_select(Ctx&, F&, int, int)
+{
+    return DialogStep::not_here;
+}
+
+DialogStep on_select(Ctx&, ControlForm& f, int row, int)
+{
+    if (row < 1 || row > control_cells)
+        return DialogStep::not_here;
+    control_form_select(f, row);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, MaterialForm& f, int row, int slot)
+{
+    if (row < 1 || row > material_rows || slot < 1 || slot > material_slots)
+        return DialogStep::not_here;
+    material_form_select(c.p, f, c.port, row, slot);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, LayerForm& f, int row, int cell)
+{
+    layer_form_select(f, c.p, row, cell == 1 && row > 0 ? surface_cell_name : cell);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, PiezoForm& f, int row, int cell)
+{
+    piezo_form_select(f, c.p, row, cell <= 1 ? surface_cell_method : cell);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx&, PositionsForm& f, int row, int)
+{
+    if (row < 1 || row > f.count)
+        return DialogStep::not_here;
+    positions_form_select(f, row);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, SectionEditor& ed, int row, int col)
+{
+    if (ed.scale.open) {
+        scale_form_select(ed.scale, row, col);
+        return DialogStep::done;
+    }
+    table_click(c.p, ed, c.port, row, col);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, EllipsoidForm& f, int row, int)
+{
+    if (row < 1 || row > 5)
+        return DialogStep::not_here;
+    commit_edit(c.s);
+    f.field = c.s.row = row;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, CrackForm& f, int row, int)
+{
+    if (row < 1 || row > crack_cells)
+        return DialogStep::not_here;
+    commit_edit(c.s);
+    crack_form_click_label(f, row);
+    c.s.row = f.cell;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, ForceForm& f, int row, int col)
+{
+    if (row < 1 || row > f.count() || col < 1 || col > force_columns)
+        return DialogStep::not_here;
+    commit_edit(c.s);
+    force_form_select(f, row);
+    c.s.row = row;
+    c.s.col = col;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx&, GraphicsOptionsForm& f, int row, int)
+{
+    if (row < 1 || row > 2)
+        return DialogStep::not_here;
+    graphics_options_form_select(f, row);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx&, ColourForm& f, int row, int col)
+{
+    if (row < 1 || row > 4)
+        return DialogStep::not_here;
+    const ColourBox box = row == 1   ? ColourBox::layer
+                          : row == 2 ? ColourBox::piezo
+                          : row == 3 ? ColourBox::sliding
+                                     : ColourBox::selected;
+    if (row <= 2 && (col < 1 || col > colour_boxes))
+        return DialogStep::not_here;
+    colour_form_box_click(f, box, col);
+    return DialogStep::done;
+}
+
+// --- type
+
+template <class F> DialogStep on_type(Ctx& c, F&, char key)
+{
+    if (!number_form(c.s))
+        return DialogStep::not_here;
+    if (key == '\b') {
+        if (!c.s.edit.empty())
+            c.s.edit.pop_back();
+        c.s.edited = true;
+    } else if (number_key_accepted(c.s, key)) {
+        c.s.edit += key;
+        c.s.edited = true;
+    } else {
+        c.port.beep();
+    }
+    return DialogStep::done;
+}
+
+DialogStep on_type(Ctx&, InterpolationForm&, char)
+{
+    return DialogStep::not_here;
+}
+DialogStep on_type(Ctx&, ColourForm&, char)
+{
+    return DialogStep::not_here;
+}
+
+DialogStep on_type(Ctx& c, ControlForm& f, char key)
+{
+    control_form_type(f, c.p, c.port, key);
+    return DialogStep::done;
+}
+
+DialogStep on_type(Ctx& c, MaterialForm& f, char key)
+{
+    material_form_type(f, c.p, c.port, key);
+    return DialogStep::done;
+}
+
+DialogStep on_type(Ctx& c, LayerForm& f, char key)
+{
+    layer_form_type(f, c.p, c.port, key);
+    return DialogStep::done;
+}
+
+DialogStep on_type(Ctx& c, PiezoForm& f, char key)
+{
+    piezo_form_type(f, c.p, c.port, key);
+    return DialogStep::done;
+}
+
+DialogStep on_type(Ctx& c, PositionsForm& f, char key)
+{
+    positions_form_type(f, c.port, key);
+    return DialogStep::done;
+}
+
+DialogStep on_type(Ctx& c, SectionEditor& ed, char key)
+{
+    if (ed.scale.open)
+        scale_form_type(ed.scale, c.port, key);
+    else
+        table_type(c.p, ed, c.port, key);
+    return DialogStep::done;
+}
+
+DialogStep on_type(Ctx& c, GraphicsOptionsForm& f, char key)
+{
+    graphics_options_form_type(f, c.port, key);
+    return DialogStep::done;
+}
+
+// The text a form holds in its current cell: what `clear` removes.
+template <class F> std::size_t current_text_length(const Ctx&, const F&)
+{
+    return 0;
+}
+std::size_t current_text_length(const Ctx&, const ControlForm& f)
+{
+    return f.edit.size();
+}
+std::size_t current_text_length(const Ctx&, const MaterialForm& f)
+{
+    return f.edit.size();
+}
+std::size_t current_text_length(const Ctx&, const LayerForm& f)
+{
+    return f.edit_text.size();
+}
+std::size_t current_text_length(const Ctx&, const PiezoForm& f)
+{
+    return f.edit_text.size();
+}
+std::size_t current_text_length(const Ctx&, const PositionsForm& f)
+{
+    return f.edit.size();
+}
+std::size_t current_text_length(const Ctx&, const SectionEditor& ed)
+{
+    if (ed.scale.open)
+        return ed.scale.cells[std::size_t((ed.scale.row - 1) * 2 + ed.scale.col - 1)].size();
+    return ed.cell_text.size();
+}
+std::size_t current_text_length(const Ctx&, const GraphicsOptionsForm& f)
+{
+    return (f.field == 1 ? f.text1 : f.text2).size();
+}
+
+// --- keys
+
+template <class F> DialogStep on_key(Ctx&, F&, FormKey)
+{
+    return DialogStep::not_here;
+}
+
+DialogStep on_key(Ctx&, ControlForm& f, FormKey key)
+{
+    control_form_key(f, key);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx& c, MaterialForm& f, FormKey key)
+{
+    material_form_key(c.p, f, c.port, key);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx& c, LayerForm& f, FormKey key)
+{
+    layer_form_key(f, c.p, c.port, key);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx& c, PiezoForm& f, FormKey key)
+{
+    piezo_form_key(f, c.p, c.port, key);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx&, PositionsForm& f, FormKey key)
+{
+    positions_form_key(f, key);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx& c, SectionEditor& ed, FormKey key)
+{
+    if (ed.scale.open)
+        scale_form_key(ed.scale, key);
+    else
+        table_key(c.p, ed, c.port, key);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx& c, EllipsoidForm& f, FormKey key)
+{
+    if (key == FormKey::left || key == FormKey::right)
+        return DialogStep::not_here;
+    commit_edit(c.s);
+    ellipsoid_form_key(f, key == FormKey::up     ? FieldKey::up
+                          : key == FormKey::down ? FieldKey::down
+                          : key == FormKey::tab  ? FieldKey::tab
+                                                 : FieldKey::enter);
+    c.s.row = f.field;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx& c, CrackForm& f, FormKey key)
+{
+    if (key == FormKey::left || key == FormKey::right)
+        return DialogStep::not_here;
+    commit_edit(c.s);
+    crack_form_key(f, key == FormKey::up     ? CrackKey::up
+                      : key == FormKey::down ? CrackKey::down
+                      : key == FormKey::tab  ? CrackKey::tab
+                                             : CrackKey::enter);
+    c.s.row = f.cell;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx& c, ForceForm& f, FormKey key)
+{
+    commit_edit(c.s);
+    // The grid moves a cell at a time within the lines held; Enter and Tab
+    // go on to the next column.
+    if (key == FormKey::up && c.s.row > 1)
+        --c.s.row;
+    else if (key == FormKey::down && c.s.row < f.count())
+        ++c.s.row;
+    else if (key == FormKey::left && c.s.col > 1)
+        --c.s.col;
+    else if ((key == FormKey::right || key == FormKey::tab || key == FormKey::enter) &&
+             c.s.col < force_columns)
+        ++c.s.col;
+    force_form_select(f, c.s.row);
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx&, GraphicsOptionsForm& f, FormKey key)
+{
+    graphics_options_form_key(f, key);
+    return DialogStep::done;
+}
+
+// --- choices
+
+template <class F> DialogStep on_choose(Ctx&, F&, int)
+{
+    return DialogStep::not_here;
+}
+
+DialogStep on_choose(Ctx&, ControlForm& f, int choice)
+{
+    if (choice < 0 || choice > 1)
+        return DialogStep::not_here;
+    control_form_choose_water(f, choice);
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx& c, InterpolationForm& f, int choice)
+{
+    if (choice < 1 || choice > 3)
+        return DialogStep::not_here;
+    choose_method(c.p, f, choice);
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx& c, MaterialForm& f, int choice)
+{
+    if (choice < 1 || choice > 5)
+        return DialogStep::not_here;
+    material_form_choose_type(c.p, f, f.slot, choice - 1);
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx& c, LayerForm& f, int choice)
+{
+    if (choice < 0 || choice > 2)
+        return DialogStep::not_here;
+    layer_form_choose_method(f, c.p, c.port, f.row, choice);
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx& c, PiezoForm& f, int choice)
+{
+    if (choice < 0 || choice > 2)
+        return DialogStep::not_here;
+    piezo_form_choose_method(f, c.p, c.port, f.row, choice);
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx& c, CrackForm&, int choice)
+{
+    // The three options are numbered from 0, as crack_mode is.
+    if (choice < 0 || choice > 2)
+        return DialogStep::not_here;
+    crack_form_choose(c.p, choice);
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx& c, RotationForm& f, int choice)
+{
+    commit_edit(c.s);
+    rotation_form_scroll(f, choice);
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx& c, GraphicsOptionsForm& f, int choice)
+{
+    if (choice < 0 || choice > 2)
+        return DialogStep::not_here;
+    graphics_options_choose(c.p, f, choice);
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx&, ColourForm& f, int choice)
+{
+    colour_form_hscroll1(f, choice);
+    return DialogStep::done;
+}
+
+// --- buttons
+
+template <class F> DialogStep on_button(Ctx&, F&, std::string_view, int)
+{
+    return DialogStep::not_here;
+}
+
+DialogStep on_button(Ctx&, ControlForm& f, std::string_view b, int)
+{
+    if (b != "2d-3d")
+        return DialogStep::not_here;
+    control_form_command1(f);
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, MaterialForm& f, std::string_view b, int)
+{
+    if (b == "add-discontinuity")
+        material_form_add_discontinuity(c.p, f, c.port);
+    else if (b == "delete-discontinuity")
+        material_form_delete_discontinuity(c.p, f, c.port);
+    else
+        return DialogStep::not_here;
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, LayerForm& f, std::string_view b, int)
+{
+    if (b == "add")
+        layer_form_add_surface(f, c.p, c.port);
+    else if (b == "insert")
+        layer_form_insert_surface(f, c.p, c.port);
+    else if (b == "delete")
+        layer_form_delete_surface(f, c.p, c.port);
+    else if (b == "change")
+        layer_form_change(f, c.p, c.port);
+    else
+        return DialogStep::not_here;
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, PiezoForm& f, std::string_view b, int)
+{
+    if (b == "add")
+        piezo_form_add_surface(f, c.p, c.port);
+    else if (b == "insert")
+        piezo_form_insert_surface(f, c.p, c.port);
+    else if (b == "delete")
+        piezo_form_delete_surface(f, c.p, c.port);
+    else if (b == "change")
+        piezo_form_change(f, c.p, c.port);
+    else
+        return DialogStep::not_here;
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, PositionsForm& f, std::string_view b, int)
+{
+    if (b == "add-section")
+        positions_form_add_section(c.p, f, c.port);
+    else if (b == "insert-section")
+        positions_form_insert_section(c.p, f, c.port);
+    else if (b == "delete-section")
+        positions_form_delete_section(c.p, f, c.port);
+    else
+        return DialogStep::not_here;
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, SectionEditor& ed, std::string_view b, int arg)
+{
+    Project& p = c.p;
+    Port& port = c.port;
+    if (b == "toggle-line")
+        toggle_line(p, ed, port);
+    else if (b == "toggle-section")
+        toggle_section(p, ed, port);
+    else if (b == "goto-line")
+        goto_line(p, ed, port, arg);
+    else if (b == "goto-section")
+        goto_section(p, ed, port, arg);
+    else if (b == "copy-layer")
+        copy_layer(p, ed, port, arg);
+    else if (b == "copy-section")
+        copy_section(p, ed, port, arg);
+    else if (b == "copy-above")
+        copy_above(p, ed, port);
+    else if (b == "copy-below")
+        copy_below(p, ed, port);
+    else if (b == "insert-point")
+        insert_point(ed);
+    else if (b == "delete-point")
+        delete_point(ed);
+    else if (b == "zoom-in")
+        zoom_in(ed);
+    else if (b == "zoom-out")
+        zoom_out(p, ed, port);
+    else if (b == "fit")
+        fit_to_screen(p, ed, port);
+    else if (b == "clusters")
+        toggle_clusters(ed);
+    else if (b == "snapping")
+        toggle_snap(p, ed);
+    else if (b == "load-image")
+        load_image(p, ed, port);
+    else if (b == "rescale-image")
+        rescale_image(p, ed);
+    else if (b == "unload-image")
+        unload_image(p, ed, port);
+    else
+        return DialogStep::not_here;
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, ForceForm& f, std::string_view b, int)
+{
+    commit_edit(c.s);
+    if (b == "add")
+        force_form_add(f, c.port);
+    else if (b == "delete")
+        force_form_delete(f);
+    else
+        return DialogStep::not_here;
+    c.s.row = f.row;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, GraphicsOptionsForm& f, std::string_view b, int)
+{
+    if (b != "default")
+        return DialogStep::not_here;
+    graphics_options_form_default(c.p, f, c.port);
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, ColourForm& f, std::string_view b, int)
+{
+    if (b != "revert")
+        return DialogStep::not_here;
+    colour_form_revert_to_default_colour_scheme(c.p, f, c.port);
+    return DialogStep::done;
+}
+
+// --- the chain: what follows each Continue
+
+void open_next_positions(Ctx& c)
+{
+    take(c.s, open_positions_form(c.p));
+}
+
+void finish_load(Ctx& c)
+{
+    show_finished_load_view(c.p, c.port);
+}
+
+void on_continue(Ctx& c, ControlForm& f)
+{
+    const ControlNext next = continue_control_form(c.p, f, c.port);
+    if (next == ControlNext::stays_open)
+        return;
+    close(c.s);
+    if (next == ControlNext::to_interpolation)
+        take(c.s, open_interpolation_form(c.p));
+}
+
+void on_continue(Ctx& c, InterpolationForm& f)
+{
+    const InterpolationForm form = f;
+    close(c.s);
+    if (continue_interpolation_form(c.p, form, c.port) == InterpolationNext::to_materials)
+        take(c.s, open_material_form(c.p));
+    else
+        finish_load(c);
+}
+
+void on_continue(Ctx& c, MaterialForm& f)
+{
+    MaterialForm form = std::move(f);
+    close(c.s);
+    if (continue_material_form(c.p, form, c.port) == MaterialNext::to_layers)
+        take(c.s, open_layer_form(c.p));
+}
+
+void on_continue(Ctx& c, LayerForm& f)
+{
+    LayerForm form = f;
+    close(c.s);
+    switch (continue_layer_form(c.p, form, c.port)) {
+    case LayerNext::to_piezos: take(c.s, open_piezo_form(c.p)); break;
+    case LayerNext::to_positions: open_next_positions(c); break;
+    case LayerNext::finished: finish_load(c); break;
+    }
+}
+
+void on_continue(Ctx& c, PiezoForm& f)
+{
+    PiezoForm form = f;
+    close(c.s);
+    if (continue_piezo_form(c.p, form, c.port) == PiezoNext::to_positions)
+        open_next_positions(c);
+    else
+        finish_load(c);
+}
+
+void on_continue(Ctx& c, PositionsForm& f)
+{
+    const PositionsNext next = continue_positions_form(c.p, f, c.port);
+    if (next == PositionsNext::stays_open)
+        return;
+    close(c.s);
+    if (next == PositionsNext::to_section_editor)
+        take(c.s, editor_open(c.p, c.port));
+}
+
+void on_continue(Ctx& c, SectionEditor& ed)
+{
+    if (ed.scale.open) {
+        // Continue of the point table over the editor.
+        continue_scale_form(c.p, ed, c.port);
+        return;
+    }
+    SectionEditor editor = std::move(ed);
+    close(c.s);
+    switch (continue_editor(c.p, editor, c.port)) {
+    case EditorNext::finished: finish_load(c); break;
+    case EditorNext::general_done: break;
+    case EditorNext::to_wedge:
+        // The wedge planes are confirmed as the project holds them, as the
+        // surface commands of the command line do.
+        continue_wedge_form(c.p, open_wedge_form(c.p), c.port);
+        break;
+    }
+}
+
+void on_continue(Ctx& c, ForceForm& f)
+{
+    continue_force_form(c.p, f);
+}
+void on_continue(Ctx& c, CrackForm& f)
+{
+    continue_crack_form(c.p, f);
+}
+void on_continue(Ctx& c, EllipsoidForm& f)
+{
+    continue_ellipsoid_form(c.p, f, c.port);
+}
+void on_continue(Ctx& c, RotationForm& f)
+{
+    continue_rotation_form(c.p, f);
+}
+void on_continue(Ctx& c, GraphicsOptionsForm& f)
+{
+    continue_graphics_options_form(c.p, f, c.port);
+}
+void on_continue(Ctx& c, ColourForm& f)
+{
+    colour_form_save_and_exit(c.p, f, c.port);
+}
+void on_continue(Ctx&, std::monostate&) {}
+
+template <class F> void on_cancel(Ctx&, F&) {}
+void on_cancel(Ctx& c, ControlForm& f)
+{
+    cancel_control_form(c.p, f);
+}
+void on_cancel(Ctx& c, MaterialForm& f)
+{
+    cancel_material_form(c.p, f);
+}
+void on_cancel(Ctx& c, LayerForm& f)
+{
+    cancel_layer_form(c.p, f);
+}
+void on_cancel(Ctx& c, PiezoForm& f)
+{
+    cancel_piezo_form(c.p, f);
+}
+void on_cancel(Ctx& c, PositionsForm& f)
+{
+    cancel_positions_form(c.p, f);
+}
+void on_cancel(Ctx&, ForceForm& f)
+{
+    cancel_force_form(f);
+}
+void on_cancel(Ctx& c, CrackForm&)
+{
+    cancel_crack_form(c.p);
+}
+void on_cancel(Ctx& c, GraphicsOptionsForm& f)
+{
+    cancel_graphics_options_form(c.p, f);
+}
+void on_cancel(Ctx& c, ColourForm& f)
+{
+    cancel_colour_form(c.p, f);
 }
 
 } // namespace
@@ -91,210 +790,182 @@ bool dialog_open(const DialogSession& s)
 
 std::string dialog_caption(const DialogSession& s)
 {
-    return std::visit(
-        [](const auto& f) -> std::string {
-            using F = std::decay_t<decltype(f)>;
-            if constexpr (std::is_same_v<F, std::monostate>)
-                return "";
-            else if constexpr (std::is_same_v<F, InterpolationForm>)
-                return "Interpolation Method";
-            else if constexpr (std::is_same_v<F, EllipsoidForm>)
-                return ellipsoid_form_caption;
-            else if constexpr (std::is_same_v<F, ForceForm>)
-                return force_form_caption;
-            else if constexpr (std::is_same_v<F, CrackForm>)
-                return crack_form_caption;
-            else if constexpr (std::is_same_v<F, RotationForm>)
-                return "Rotation Angle";
-            else
-                static_assert(always_false<F>);
-        },
-        s.form);
+    struct {
+        std::string operator()(const std::monostate&) const { return ""; }
+        std::string operator()(const ControlForm&) const { return control_form_caption; }
+        std::string operator()(const InterpolationForm&) const { return "Interpolation Method"; }
+        std::string operator()(const MaterialForm&) const { return material_form_caption; }
+        std::string operator()(const LayerForm&) const { return layer_form_caption; }
+        std::string operator()(const PiezoForm&) const { return piezo_form_caption; }
+        std::string operator()(const PositionsForm&) const { return positions_form_caption; }
+        std::string operator()(const SectionEditor& ed) const
+        {
+            return ed.scale.open ? "Image Scale Point Coordinates" : "Section Editor";
+        }
+        std::string operator()(const ForceForm&) const { return force_form_caption; }
+        std::string operator()(const CrackForm&) const { return crack_form_caption; }
+        std::string operator()(const EllipsoidForm&) const { return ellipsoid_form_caption; }
+        std::string operator()(const RotationForm&) const { return "Rotation Angle"; }
+        std::string operator()(const GraphicsOptionsForm&) const { return graphics_options_caption; }
+        std::string operator()(const ColourForm&) const { return colour_form_caption; }
+    } caption;
+    return std::visit(caption, s.form);
 }
 
 DialogKind parse_dialog_kind(std::string_view name)
 {
-    if (name == "interpolation")
-        return DialogKind::interpolation;
-    if (name == "ellipsoid")
-        return DialogKind::ellipsoid;
-    if (name == "forces")
-        return DialogKind::forces;
-    if (name == "crack")
-        return DialogKind::crack;
-    if (name == "rotation")
-        return DialogKind::rotation;
+    static const std::pair<std::string_view, DialogKind> names[] = {
+        {"control", DialogKind::control},     {"interpolation", DialogKind::interpolation},
+        {"materials", DialogKind::materials}, {"layers", DialogKind::layers},
+        {"piezos", DialogKind::piezos},       {"positions", DialogKind::positions},
+        {"sections", DialogKind::sections},   {"forces", DialogKind::forces},
+        {"crack", DialogKind::crack},         {"ellipsoid", DialogKind::ellipsoid},
+        {"rotation", DialogKind::rotation},   {"graphics-options", DialogKind::graphics_options},
+        {"colours", DialogKind::colours},
+    };
+    for (const auto& [n, kind] : names)
+        if (n == name)
+            return kind;
     return DialogKind::none;
+}
+
+const char* dialog_menu_control(DialogKind kind)
+{
+    switch (kind) {
+    case DialogKind::none: return "";
+    case DialogKind::control: return "Edit_control_parameters";
+    case DialogKind::interpolation: return "Edit_GeomOptions";
+    case DialogKind::materials: return "Edit_material_properties";
+    case DialogKind::layers: return "layersurfaces";
+    case DialogKind::piezos: return "piezometric_surfaces";
+    case DialogKind::positions: return "Edit_crosssection_positions";
+    case DialogKind::sections: return "Edit_Crosssections";
+    case DialogKind::forces: return "extforces";
+    case DialogKind::crack: return "tension_crack";
+    case DialogKind::ellipsoid: return "ellipsoid";
+    case DialogKind::rotation: return "Rotation_angle";
+    case DialogKind::graphics_options: return "Graphics_Options";
+    case DialogKind::colours: return "colors";
+    }
+    return "";
 }
 
 void open_dialog(Project& p, Port& port, DialogSession& s, DialogKind kind)
 {
-    (void)port;
     close(s);
     switch (kind) {
     case DialogKind::none: return;
-    case DialogKind::interpolation: s.form = open_interpolation_form(p); break;
-    case DialogKind::ellipsoid:
-        // Surface commands start from clear water and force columns.
-        reset_forces(p);
-        p.keep_window = 0;
+    case DialogKind::control:
+        p.form_mode = 1;
+        take(s, open_control_form(p, s.today));
+        return;
+    case DialogKind::interpolation: take(s, open_interpolation_form(p)); return;
+    case DialogKind::materials: take(s, open_material_form(p)); return;
+    case DialogKind::layers: take(s, open_layer_form(p)); return;
+    case DialogKind::piezos: take(s, open_piezo_form(p)); return;
+    case DialogKind::positions:
+        // The plan of the assembly comes up beside the positions.
+        p.view_mode = 6;
+        draw_plan_assembly(p, port);
+        take(s, open_positions_form(p));
+        return;
+    case DialogKind::sections:
         p.form_mode = 0;
-        s.form = open_ellipsoid_form(p);
-        break;
-    case DialogKind::forces: s.form = open_force_form(p); break;
-    case DialogKind::crack: s.form = open_crack_form(p); break;
-    case DialogKind::rotation: s.form = open_rotation_form(p); break;
+        p.view_row = 1;
+        take(s, editor_open(p, port));
+        return;
+    case DialogKind::forces: take(s, open_force_form(p)); return;
+    case DialogKind::crack: take(s, open_crack_form(p)); return;
+    case DialogKind::ellipsoid:
+        begin_surface_command(p, port, SurfaceCommand::ellipsoid);
+        take(s, open_ellipsoid_form(p));
+        return;
+    case DialogKind::rotation: take(s, open_rotation_form(p)); return;
+    case DialogKind::graphics_options: take(s, open_graphics_options_form(p)); return;
+    case DialogKind::colours: take(s, open_colour_form(p)); return;
     }
-    load_edit(s);
 }
 
-DialogStep dialog_select(Project&, Port&, DialogSession& s, int row, int col)
+void new_project(Project& p, Port& port, DialogSession& s)
 {
-    return std::visit(
-        [&](auto& f) -> DialogStep {
-            using F = std::decay_t<decltype(f)>;
-            if constexpr (std::is_same_v<F, EllipsoidForm>) {
-                if (row < 1 || row > 5)
-                    return DialogStep::not_here;
-                commit_edit(s);
-                f.field = s.row = row;
-            } else if constexpr (std::is_same_v<F, CrackForm>) {
-                if (row < 1 || row > crack_cells)
-                    return DialogStep::not_here;
-                commit_edit(s);
-                crack_form_click_label(f, row);
-                s.row = f.cell;
-            } else if constexpr (std::is_same_v<F, ForceForm>) {
-                if (row < 1 || row > f.count() || col < 1 || col > force_columns)
-                    return DialogStep::not_here;
-                commit_edit(s);
-                force_form_select(f, row);
-                s.row = row;
-                s.col = col;
-            } else if constexpr (std::is_same_v<F, RotationForm>) {
-                commit_edit(s);
-            } else {
-                return DialogStep::not_here;
-            }
-            load_edit(s);
-            return DialogStep::done;
-        },
-        s.form);
+    close(s);
+    if (!file_new(p, port))
+        return;
+    take(s, open_control_form(p, s.today));
 }
 
-DialogStep dialog_type(Project&, Port& port, DialogSession& s, char key)
+void start_form_button(Project& p, Port& port, DialogSession& s, int button)
 {
-    if (std::holds_alternative<std::monostate>(s.form) || std::holds_alternative<InterpolationForm>(s.form))
-        return DialogStep::not_here;
-    if (key == '\b') {
-        if (!s.edit.empty())
-            s.edit.pop_back();
-        s.edited = true;
-    } else if (key_accepted(s, key)) {
-        s.edit += key;
-        s.edited = true;
-    } else {
-        port.beep();
+    if (button == 1) {
+        p.form_mode = 2;
+        take(s, open_control_form(p, s.today));
+    } else if (button == 2) {
+        close(s);
+        file_open(p, port);
     }
-    return DialogStep::done;
+}
+
+DialogStep dialog_select(Project& p, Port& port, DialogSession& s, int row, int col)
+{
+    Ctx c{p, port, s};
+    return std::visit([&](auto& f) { return on_select(c, f, row, col); }, s.form);
+}
+
+DialogStep dialog_type(Project& p, Port& port, DialogSession& s, char key)
+{
+    Ctx c{p, port, s};
+    return std::visit([&](auto& f) { return on_type(c, f, key); }, s.form);
 }
 
 DialogStep dialog_clear(Project& p, Port& port, DialogSession& s)
 {
-    if (std::holds_alternative<std::monostate>(s.form) || std::holds_alternative<InterpolationForm>(s.form))
-        return DialogStep::not_here;
-    (void)p;
-    (void)port;
-    s.edit.clear();
-    s.edited = true;
+    Ctx c{p, port, s};
+    if (number_form(s)) {
+        s.edit.clear();
+        s.edited = true;
+        return DialogStep::done;
+    }
+    // Backspace through the form's own filter, which always lets it pass.
+    std::size_t n = std::visit([&](auto& f) { return current_text_length(c, f); }, s.form);
+    while (n-- > 0)
+        if (dialog_type(p, port, s, '\b') == DialogStep::not_here)
+            return DialogStep::not_here;
     return DialogStep::done;
 }
 
 DialogStep dialog_key(Project& p, Port& port, DialogSession& s, FormKey key)
 {
-    return std::visit(
-        [&](auto& f) -> DialogStep {
-            using F = std::decay_t<decltype(f)>;
-            if constexpr (std::is_same_v<F, EllipsoidForm>) {
-                commit_edit(s);
-                if (key == FormKey::left || key == FormKey::right)
-                    return DialogStep::not_here;
-                ellipsoid_form_key(f, key == FormKey::up     ? FieldKey::up
-                                      : key == FormKey::down ? FieldKey::down
-                                      : key == FormKey::tab  ? FieldKey::tab
-                                                             : FieldKey::enter);
-                s.row = f.field;
-            } else if constexpr (std::is_same_v<F, CrackForm>) {
-                commit_edit(s);
-                if (key == FormKey::left || key == FormKey::right)
-                    return DialogStep::not_here;
-                crack_form_key(f, key == FormKey::up     ? CrackKey::up
-                                  : key == FormKey::down ? CrackKey::down
-                                  : key == FormKey::tab  ? CrackKey::tab
-                                                         : CrackKey::enter);
-                s.row = f.cell;
-            } else if constexpr (std::is_same_v<F, ForceForm>) {
-                commit_edit(s);
-                // The grid moves a cell at a time, within the lines held.
-                if (key == FormKey::up && s.row > 1)
-                    --s.row;
-                else if (key == FormKey::down && s.row < f.count())
-                    ++s.row;
-                else if (key == FormKey::left && s.col > 1)
-                    --s.col;
-                else if ((key == FormKey::right || key == FormKey::tab || key == FormKey::enter) &&
-                         s.col < force_columns)
-                    ++s.col;
-                force_form_select(f, s.row);
-            } else if constexpr (std::is_same_v<F, RotationForm>) {
-                commit_edit(s);
-            } else {
-                (void)p;
-                (void)port;
-                return DialogStep::not_here;
-            }
-            load_edit(s);
-            return DialogStep::done;
-        },
-        s.form);
+    Ctx c{p, port, s};
+    return std::visit([&](auto& f) { return on_key(c, f, key); }, s.form);
 }
 
-DialogStep dialog_choose(Project& p, Port&, DialogSession& s, int choice)
+DialogStep dialog_choose(Project& p, Port& port, DialogSession& s, int choice)
 {
-    if (auto* f = std::get_if<InterpolationForm>(&s.form)) {
-        if (choice < 1 || choice > 3)
-            return DialogStep::not_here;
-        choose_method(p, *f, choice);
-        return DialogStep::done;
-    }
-    if (std::holds_alternative<CrackForm>(s.form)) {
-        // The three options are numbered from 0, as crack_mode is.
-        if (choice < 0 || choice > 2)
-            return DialogStep::not_here;
-        crack_form_choose(p, choice);
-        return DialogStep::done;
-    }
-    if (auto* f = std::get_if<RotationForm>(&s.form)) {
-        commit_edit(s);
-        rotation_form_scroll(*f, choice);
-        load_edit(s);
-        return DialogStep::done;
-    }
-    return DialogStep::not_here;
+    Ctx c{p, port, s};
+    return std::visit([&](auto& f) { return on_choose(c, f, choice); }, s.form);
 }
 
-DialogStep dialog_button(Project&, Port& port, DialogSession& s, std::string_view button)
+DialogStep dialog_button(Project& p, Port& port, DialogSession& s, std::string_view button, int arg)
 {
-    if (auto* f = std::get_if<ForceForm>(&s.form)) {
-        commit_edit(s);
-        if (button == "add")
-            force_form_add(*f, port);
-        else if (button == "delete")
-            force_form_delete(*f);
+    Ctx c{p, port, s};
+    return std::visit([&](auto& f) { return on_button(c, f, button, arg); }, s.form);
+}
+
+DialogStep dialog_pointer(Project& p, Port& port, DialogSession& s, PointerAction action,
+                          PointerButton button, bool shift, double y, double e)
+{
+    if (auto* ed = std::get_if<SectionEditor>(&s.form)) {
+        if (action == PointerAction::down)
+            pointer_down(p, *ed, port, button, shift, y, e);
+        else if (action == PointerAction::move)
+            pointer_move(p, *ed, port, button, shift, y, e);
         else
-            return DialogStep::not_here;
-        s.row = f->row;
-        load_edit(s);
+            pointer_up(p, *ed, port, button, shift, y, e);
+        return DialogStep::done;
+    }
+    if (auto* f = std::get_if<ColourForm>(&s.form)) {
+        if (action == PointerAction::down)
+            colour_form_sampler_click(*f, y, e);
         return DialogStep::done;
     }
     return DialogStep::not_here;
@@ -302,34 +973,36 @@ DialogStep dialog_button(Project&, Port& port, DialogSession& s, std::string_vie
 
 void dialog_continue(Project& p, Port& port, DialogSession& s)
 {
+    Ctx c{p, port, s};
     commit_edit(s);
-    DialogForm form = std::move(s.form);
-    close(s);
+    // Forms that end here whatever Continue does are closed first, so that
+    // a form opened by the chain replaces them.
     std::visit(
         [&](auto& f) {
             using F = std::decay_t<decltype(f)>;
-            if constexpr (std::is_same_v<F, InterpolationForm>) {
-                if (continue_interpolation_form(p, f, port) == InterpolationNext::rebuilt)
-                    show_finished_load_view(p, port);
-            } else if constexpr (std::is_same_v<F, EllipsoidForm>) {
-                continue_ellipsoid_form(p, f, port);
-            } else if constexpr (std::is_same_v<F, ForceForm>) {
-                continue_force_form(p, f);
-            } else if constexpr (std::is_same_v<F, CrackForm>) {
-                continue_crack_form(p, f);
-            } else if constexpr (std::is_same_v<F, RotationForm>) {
-                continue_rotation_form(p, f);
+            if constexpr (std::is_same_v<F, ForceForm> || std::is_same_v<F, CrackForm> ||
+                          std::is_same_v<F, EllipsoidForm> || std::is_same_v<F, RotationForm> ||
+                          std::is_same_v<F, GraphicsOptionsForm> || std::is_same_v<F, ColourForm>) {
+                F form = std::move(f);
+                close(s);
+                on_continue(c, form);
+            } else {
+                on_continue(c, f);
             }
         },
-        form);
+        s.form);
 }
 
-void dialog_cancel(Project& p, Port&, DialogSession& s)
+void dialog_cancel(Project& p, Port& port, DialogSession& s)
 {
-    if (auto* f = std::get_if<ForceForm>(&s.form))
-        cancel_force_form(*f);
-    else if (std::holds_alternative<CrackForm>(s.form))
-        cancel_crack_form(p);
+    Ctx c{p, port, s};
+    if (auto* ed = std::get_if<SectionEditor>(&s.form); ed && ed->scale.open) {
+        cancel_scale_form(p, *ed, port);
+        return;
+    }
+    std::visit([&](auto& f) { on_cancel(c, f); }, s.form);
+    if (auto* ed = std::get_if<SectionEditor>(&s.form))
+        cancel_editor(p, *ed);
     close(s);
 }
 

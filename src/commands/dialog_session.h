@@ -10,29 +10,46 @@
 #include <string_view>
 #include <variant>
 
+#include "dialogs/colour_form.h"
+#include "dialogs/control_form.h"
 #include "dialogs/crack_form.h"
 #include "dialogs/ellipsoid_form.h"
 #include "dialogs/force_form.h"
-#include "dialogs/form_key.h"
+#include "dialogs/graphics_options_form.h"
 #include "dialogs/interpolation_form.h"
+#include "dialogs/layer_form.h"
+#include "dialogs/material_form.h"
+#include "dialogs/piezo_form.h"
+#include "dialogs/positions_form.h"
 #include "dialogs/rotation_form.h"
+#include "graphics/section_editor.h"
 #include "project/project.h"
+#include "ui/form_key.h"
 #include "ui/port.h"
 
 namespace tobel {
 
-// The forms a command can open, by the name a script gives them.
+// The forms a command can open.
 enum class DialogKind {
     none,
-    interpolation,
-    ellipsoid,
-    forces,
-    crack,
-    rotation,
+    control,          // Edit > Control Parameters...
+    interpolation,    // Edit > Geometry Options > Interpolation...
+    materials,        // Edit > Material Properties...
+    layers,           // Edit > Stratigraphic Layer Surfaces...
+    piezos,           // Edit > Piezometric Surfaces...
+    positions,        // Edit > Cross-section Positions...
+    sections,         // Edit > Cross-sections (the section editor)
+    forces,           // Edit > External Forces...
+    crack,            // Edit > Tension Crack...
+    ellipsoid,        // Sliding Surface > Ellipsoid > Single Ellipsoidal Surface
+    rotation,         // Solve > Set Rotation Angle...
+    graphics_options, // Options > Graphics Options...
+    colours,          // Options > Colours...
 };
 
-using DialogForm =
-    std::variant<std::monostate, InterpolationForm, EllipsoidForm, ForceForm, CrackForm, RotationForm>;
+using DialogForm = std::variant<std::monostate, ControlForm, InterpolationForm, MaterialForm, LayerForm,
+                                PiezoForm, PositionsForm, SectionEditor, ForceForm, CrackForm, EllipsoidForm,
+                                RotationForm, GraphicsOptionsForm, ColourForm>;
 
 struct DialogSession {
     DialogForm form;
@@ -42,23 +59,38 @@ struct DialogSession {
     int col = 1;
     std::string edit;
     bool edited = false;
+    // Today's date as the system writes it, for Control Parameters.
+    std::string today;
 };
 
 // What a step did with the form: done, or not a step this form takes.
 enum class DialogStep { done, not_here };
 
 bool dialog_open(const DialogSession& s);
-// The form's caption, "" when none is open.
+// The form's caption ("Section Editor" for the editor), "" when none is open.
 std::string dialog_caption(const DialogSession& s);
 
-// "interpolation", "ellipsoid", "forces", "crack", "rotation"; none when unknown.
+// "control", "interpolation", "materials", "layers", "piezos", "positions",
+// "sections", "forces", "crack", "ellipsoid", "rotation", "graphics-options",
+// "colours"; none when unknown.
 DialogKind parse_dialog_kind(std::string_view name);
+// The menu item that opens the form.
+const char* dialog_menu_control(DialogKind kind);
 
-// The menu command that opens the form. Opening closes any form still open.
+// The menu command that opens the form. Opening drops any form still open.
 void open_dialog(Project& p, Port& port, DialogSession& s, DialogKind kind);
 
+// File > New: the save prompt, the cleared project, and Control Parameters
+// as the first step of the new project chain. Nothing opens on a cancel.
+void new_project(Project& p, Port& port, DialogSession& s);
+// The start form's buttons: 1 "Create a New File" opens Control Parameters
+// in the chain, 2 "Open an Existing File" runs Open, 3 "Other" only closes.
+void start_form_button(Project& p, Port& port, DialogSession& s, int button);
+
 // A click on a cell: the row and column as the form numbers them (a form of
-// one column takes the row only).
+// one column takes the row only). In the material editor the column is the
+// visible slot 1 to 4; in the colour editor a box (row: 1 layer, 2 piezo,
+// 3 sliding, 4 selected; column: its number).
 DialogStep dialog_select(Project& p, Port& port, DialogSession& s, int row, int col);
 // One key typed into the current cell: refused keys are not entered, and the
 // form shows what it says about them. Backspace is '\b'.
@@ -66,10 +98,22 @@ DialogStep dialog_type(Project& p, Port& port, DialogSession& s, char key);
 // Empties the current cell, as selecting its text and deleting it does.
 DialogStep dialog_clear(Project& p, Port& port, DialogSession& s);
 DialogStep dialog_key(Project& p, Port& port, DialogSession& s, FormKey key);
-// An option button or a list entry, numbered as the form numbers them.
+// An option button, a list entry or a scroll position, numbered as the form
+// numbers them: the water list (0, 1), the interpolation method (1 to 3),
+// the material type of the selected entry (1 to 5, as mat_type), the input
+// method of the current surface row (0 to 2), the crack option (0 to 2), the
+// rotation scroll, the fill style (0 to 2), the blue scroll.
 DialogStep dialog_choose(Project& p, Port& port, DialogSession& s, int choice);
-// A button by its script name, e.g. "add" or "delete".
-DialogStep dialog_button(Project& p, Port& port, DialogSession& s, std::string_view button);
+// A button by its script name, with a number for the buttons that take one
+// (goto-line, goto-section, copy-layer, copy-section).
+DialogStep dialog_button(Project& p, Port& port, DialogSession& s, std::string_view button, int arg = 0);
+
+// Pointer events on the section editor's picture, in world units (the
+// elevation multiplied by vert_exag) or on the colour sampler (its units).
+enum class PointerAction { down, move, up };
+DialogStep dialog_pointer(Project& p, Port& port, DialogSession& s, PointerAction action,
+                          PointerButton button, bool shift, double y, double e);
+
 void dialog_continue(Project& p, Port& port, DialogSession& s);
 void dialog_cancel(Project& p, Port& port, DialogSession& s);
 

@@ -106,16 +106,17 @@ bool save_prompt(Project& p, Port& port)
     return !p.dirty_flag || ask_and_save(p, port) != Answer::cancel;
 }
 
-void file_new(Project& p, Port& port)
+bool file_new(Project& p, Port& port)
 {
     if (!save_prompt(p, port))
-        return;
+        return false;
     p.form_mode = 2;
     p.work_drive.clear();
     p.data_file_path.clear();
     reset_project(p);
     close_child_windows(p);
     set_main_caption(p);
+    return true;
 }
 
 void file_save(Project& p, Port& port)

@@ -50,16 +50,6 @@ void help_about(Project&, Port& port)
                      Buttons::ok, Icon::information, "TOBEL_3");
 }
 
-void start_form_command(Project& p, Port& port, int button)
-{
-    if (button == 1) {
-        // Control Parameters then lead the new project wizard.
-        p.form_mode = 2;
-    } else if (button == 2) {
-        file_open(p, port);
-    }
-}
-
 void graphics_isometry_item(Project& p, Port& port, int item)
 {
     open_graphics_menu(p, item);

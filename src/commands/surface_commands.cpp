@@ -7,6 +7,7 @@
 #include "dialogs/grid_search_form.h"
 #include "dialogs/wedge_form.h"
 #include "graphics/picture.h"
+#include "graphics/section_editor.h"
 #include "project/runtime_error.h"
 #include "solver/checks.h"
 
@@ -80,22 +81,33 @@ bool confirm_surface(Project& p, Port& port, SurfaceCommand which)
     }
 }
 
-static bool confirm_surface_forms(Project& p, Port& port, SurfaceCommand which)
+void begin_surface_command(Project& p, Port& port, SurfaceCommand which)
 {
     // Surface commands start from clear water and force columns.
     reset_forces(p);
     p.keep_window = 0;
     p.form_mode = form_mode_of(which);
+    if (which == SurfaceCommand::ellipsoid || which == SurfaceCommand::composite)
+        show_setup_window(p, port, setup_window_caption(which), 3);
+}
+
+static bool confirm_surface_forms(Project& p, Port& port, SurfaceCommand which)
+{
+    begin_surface_command(p, port, which);
     bool to_wedges = which == SurfaceCommand::wedge;
     if (which == SurfaceCommand::ellipsoid || which == SurfaceCommand::composite) {
-        show_setup_window(p, port, setup_window_caption(which), 3);
         to_wedges = continue_ellipsoid_form(p, open_ellipsoid_form(p), port) == EllipsoidNext::to_wedge_form;
     } else if (which == SurfaceCommand::general || which == SurfaceCommand::general_wedge) {
         GeneralSurfaceForm form = open_general_surface_form(p);
         GeneralNext next = continue_general_surface_form(p, form, port);
         // The section editor opens on the sliding line; it is confirmed as it stands.
-        if (next == GeneralNext::section_editor)
-            next = general_surface_editor_continue(p, port);
+        if (next == GeneralNext::section_editor) {
+            p.edit_general = true;
+            p.view_row = 1;
+            SectionEditor editor = editor_open(p, port);
+            next = continue_editor(p, editor, port) == EditorNext::to_wedge ? GeneralNext::to_wedge_form
+                                                                            : GeneralNext::solved_ready;
+        }
         to_wedges = next == GeneralNext::to_wedge_form;
     }
     if (to_wedges)

@@ -22,6 +22,11 @@ bool parse_surface_command(const std::string& name, SurfaceCommand& out);
 const char* setup_window_caption(SurfaceCommand which);
 const char* search_setup_window_caption();
 
+// What every surface command does before its form opens: the water and force
+// columns cleared, keep_window 0, form_mode of the command, and the set-up
+// window of the ellipsoid family brought up with its caption.
+void begin_surface_command(Project& p, Port& port, SurfaceCommand which);
+
 // Runs the command and confirms each form in turn. Returns true when a
 // sliding surface is defined afterwards.
 bool confirm_surface(Project& p, Port& port, SurfaceCommand which);

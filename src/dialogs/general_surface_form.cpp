@@ -96,21 +96,4 @@ void cancel_general_surface_form(Project& p)
     p.form_mode = 0;
 }
 
-GeneralNext general_surface_editor_continue(Project& p, Port& port)
-{
-    interpolate_surface(p, p.sliding_index);
-    if (p.form_mode == 4) {
-        derive_dips(p);
-        return GeneralNext::to_wedge_form;
-    }
-    apply_crack(p);
-    scale_forces(p);
-    derive_dips(p);
-    find_moment_centre(p);
-    show_solve_menu(p, SolveItems::single_trial, true);
-    draw_surface(p, port);
-    p.form_mode = 0;
-    return GeneralNext::solved_ready;
-}
-
 } // namespace tobel

@@ -55,10 +55,4 @@ GeneralNext continue_general_surface_form(Project& p, const GeneralSurfaceForm& 
 // Cancel: form_mode = 0.
 void cancel_general_surface_form(Project& p);
 
-// The section editor closed with Continue while it was editing the general
-// sliding line. form_mode 7 finishes the surface (crack, forces, dips, centre,
-// Solve menu, drawing, form_mode 0); form_mode 4 takes the dips and goes on
-// to the wedge form.
-GeneralNext general_surface_editor_continue(Project& p, Port& port);
-
 } // namespace tobel

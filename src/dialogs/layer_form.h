@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "dialogs/form_key.h"
+#include "ui/form_key.h"
 #include "dialogs/surface_rows.h"
 #include "project/project.h"
 #include "ui/port.h"

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "dialogs/form_key.h"
+#include "ui/form_key.h"
 #include "project/project.h"
 #include "ui/port.h"
 

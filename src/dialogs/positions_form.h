@@ -7,7 +7,7 @@
 #include <array>
 #include <string>
 
-#include "dialogs/form_key.h"
+#include "ui/form_key.h"
 #include "project/project.h"
 #include "ui/port.h"
 

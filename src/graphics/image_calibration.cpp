@@ -104,15 +104,15 @@ void scale_form_select(ScaleForm& form, int row, int col)
     }
 }
 
-void scale_form_key(ScaleForm& form, TableKey key)
+void scale_form_key(ScaleForm& form, FormKey key)
 {
     switch (key) {
-    case TableKey::up: form.row = 1; break;
-    case TableKey::down: form.row = 2; break;
-    case TableKey::left: form.col = 1; break;
-    case TableKey::right: form.col = 2; break;
-    case TableKey::enter:
-    case TableKey::tab:
+    case FormKey::up: form.row = 1; break;
+    case FormKey::down: form.row = 2; break;
+    case FormKey::left: form.col = 1; break;
+    case FormKey::right: form.col = 2; break;
+    case FormKey::enter:
+    case FormKey::tab:
         if (form.col == 1) {
             form.col = 2;
         } else if (form.row == 1) {

@@ -36,7 +36,7 @@ void unload_image(Project& p, SectionEditor& ed, Port& port);
 // tob_scale as logic: its four cells show image_p1_y, image_p1_z,
 // image_p2_y, image_p2_z.
 ScaleForm open_scale_form(const Project& p);
-void scale_form_key(ScaleForm& form, TableKey key);
+void scale_form_key(ScaleForm& form, FormKey key);
 void scale_form_select(ScaleForm& form, int row, int col);
 // Digits, one point, a leading minus and backspace go into the current cell.
 bool scale_form_key_accepted(const std::string& text, char key);

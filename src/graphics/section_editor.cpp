@@ -777,28 +777,28 @@ void table_commit(SectionEditor& ed)
     ed.cell_typed = false;
 }
 
-void table_key(Project& p, SectionEditor& ed, Port& port, TableKey key)
+void table_key(Project& p, SectionEditor& ed, Port& port, FormKey key)
 {
     table_commit(ed);
     const int before = table_point(ed);
     switch (key) {
-    case TableKey::up:
+    case FormKey::up:
         if (ed.table_row > 1)
             --ed.table_row;
         else if (ed.table_first > 1)
             --ed.table_first;
         break;
-    case TableKey::down: table_step_down(p, ed, port); break;
-    case TableKey::left:
+    case FormKey::down: table_step_down(p, ed, port); break;
+    case FormKey::left:
         if (ed.table_col > 1)
             --ed.table_col;
         break;
-    case TableKey::right:
+    case FormKey::right:
         if (ed.table_col < ed.table_cols)
             ++ed.table_col;
         break;
-    case TableKey::tab:
-    case TableKey::enter:
+    case FormKey::tab:
+    case FormKey::enter:
         // From the last column both go on to the first of the next row.
         if (ed.table_col < ed.table_cols)
             ++ed.table_col;
@@ -816,11 +816,11 @@ bool table_type(Project& p, SectionEditor& ed, Port& port, char key)
     if (!table_key_accepted(key))
         return false;
     if (key == 13) {
-        table_key(p, ed, port, TableKey::enter);
+        table_key(p, ed, port, FormKey::enter);
         return true;
     }
     if (key == 9) {
-        table_key(p, ed, port, TableKey::tab);
+        table_key(p, ed, port, FormKey::tab);
         return true;
     }
     if (key == 8) {

@@ -15,14 +15,12 @@
 #include <vector>
 
 #include "project/project.h"
+#include "ui/form_key.h"
 #include "ui/port.h"
 
 namespace tobel {
 
 enum class PointerButton { left, right };
-// The keys that move between the cells of the table (the same set as the
-// data-entry forms; the forms live above this layer).
-enum class TableKey { up, down, left, right, enter, tab };
 enum class EditorPointer { cross, move, pan };
 
 // What follows Continue, by form_mode.
@@ -183,7 +181,7 @@ std::string table_cell_text(const SectionEditor& ed, int row, int col);
 // Whether a key is let into a cell: digits, the point, the minus, backspace,
 // Enter and Tab; every other key is dropped.
 bool table_key_accepted(char key);
-void table_key(Project& p, SectionEditor& ed, Port& port, TableKey key);
+void table_key(Project& p, SectionEditor& ed, Port& port, FormKey key);
 bool table_type(Project& p, SectionEditor& ed, Port& port, char key);
 void table_click(Project& p, SectionEditor& ed, Port& port, int row, int col);
 // The current cell's text goes into the working copy.

@@ -157,6 +157,7 @@ void reset_project(Project& p)
     p.auto_form_values.fill(0);
     // 13.
     p.surface_defined = 0;
+    p.edit_general = false;
     p.field_x_low = p.field_x_high = p.field_y_low = p.field_y_high = 0;
     // 14.
     set_defaults(p);

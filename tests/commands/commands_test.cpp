@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "commands/commands.h"
+#include "commands/dialog_session.h"
 #include "project/defaults.h"
 #include "commands/menu_model.h"
 #include "support/paths.h"
@@ -329,17 +330,21 @@ TEST(help_about, shows_the_version_line)
     EXPECT_NE(port.boxes[0].text.find("\n                   Version 1, compiled "), std::string::npos);
 }
 
-TEST(start_form, other_only_closes_and_open_runs_open)
+TEST(start_form, other_only_closes_open_runs_open_and_new_opens_control_parameters)
 {
     Project p = loaded();
     ScriptedPort port;
-    start_form_command(p, port, 3);
+    DialogSession s;
+    start_form_button(p, port, s, 3);
     EXPECT_TRUE(port.dialog_filters.empty());
+    EXPECT_FALSE(dialog_open(s));
     port.files = {std::nullopt};
-    start_form_command(p, port, 2);
+    start_form_button(p, port, s, 2);
     EXPECT_EQ(port.dialog_filters.size(), 1u);
-    start_form_command(p, port, 1);
+    EXPECT_FALSE(dialog_open(s));
+    start_form_button(p, port, s, 1);
     EXPECT_EQ(p.form_mode, 2);
+    EXPECT_EQ(dialog_caption(s), "Control Parameters");
 }
 
 } // namespace

@@ -182,8 +182,8 @@ TEST(ImageCalibration, typing_into_the_point_table)
     EXPECT_FALSE(scale_form_type(ed.scale, port, '-'));
     EXPECT_FALSE(scale_form_type(ed.scale, port, 'x'));
     EXPECT_EQ(ed.scale.cells[0], "-1.");
-    scale_form_key(ed.scale, TableKey::tab);
-    scale_form_key(ed.scale, TableKey::tab);
+    scale_form_key(ed.scale, FormKey::tab);
+    scale_form_key(ed.scale, FormKey::tab);
     EXPECT_EQ(ed.scale.row, 2);
     EXPECT_EQ(ed.scale.col, 1);
     scale_form_select(ed.scale, 1, 2);

@@ -130,7 +130,7 @@ TEST(SectionEditorTable, unreadable_text_becomes_zero)
     SectionEditor ed = editor_open(*p, port);
     add_point(ed, 1, 10, 10);
     type(*p, ed, port, "-"); // the text "-" reads as no number
-    table_key(*p, ed, port, TableKey::right);
+    table_key(*p, ed, port, FormKey::right);
     EXPECT_FLOAT_EQ(ed.edit_y(1, 1), 0);
 }
 
@@ -140,27 +140,27 @@ TEST(SectionEditorTable, moves_below_the_last_row_scroll_by_one)
     ScriptedPort port;
     SectionEditor ed = editor_open(*p, port);
     for (int i = 0; i < 4; ++i)
-        table_key(*p, ed, port, TableKey::down);
+        table_key(*p, ed, port, FormKey::down);
     EXPECT_EQ(ed.table_row, 5);
     EXPECT_EQ(ed.table_first, 1);
-    table_key(*p, ed, port, TableKey::down);
+    table_key(*p, ed, port, FormKey::down);
     EXPECT_EQ(ed.table_row, 5);
     EXPECT_EQ(ed.table_first, 2);
     for (int i = 0; i < 4; ++i)
-        table_key(*p, ed, port, TableKey::up);
+        table_key(*p, ed, port, FormKey::up);
     EXPECT_EQ(ed.table_row, 1);
     EXPECT_EQ(ed.table_first, 2);
-    table_key(*p, ed, port, TableKey::up);
+    table_key(*p, ed, port, FormKey::up);
     EXPECT_EQ(ed.table_row, 1);
     EXPECT_EQ(ed.table_first, 1);
-    table_key(*p, ed, port, TableKey::up);
+    table_key(*p, ed, port, FormKey::up);
     EXPECT_EQ(ed.table_first, 1);
-    table_key(*p, ed, port, TableKey::right);
+    table_key(*p, ed, port, FormKey::right);
     EXPECT_EQ(ed.table_col, 2);
-    table_key(*p, ed, port, TableKey::right);
+    table_key(*p, ed, port, FormKey::right);
     EXPECT_EQ(ed.table_col, 2);
-    table_key(*p, ed, port, TableKey::left);
-    table_key(*p, ed, port, TableKey::left);
+    table_key(*p, ed, port, FormKey::left);
+    table_key(*p, ed, port, FormKey::left);
     EXPECT_EQ(ed.table_col, 1);
     EXPECT_TRUE(port.boxes.empty());
 }
@@ -171,16 +171,16 @@ TEST(SectionEditorTable, a_move_beyond_max_points_says_so_and_stays)
     p->max_points = 3;
     ScriptedPort port;
     SectionEditor ed = editor_open(*p, port);
-    table_key(*p, ed, port, TableKey::down);
-    table_key(*p, ed, port, TableKey::down);
+    table_key(*p, ed, port, FormKey::down);
+    table_key(*p, ed, port, FormKey::down);
     ASSERT_EQ(ed.table_row, 3);
-    table_key(*p, ed, port, TableKey::down);
+    table_key(*p, ed, port, FormKey::down);
     EXPECT_EQ(ed.table_row, 3);
     ASSERT_EQ(port.boxes.size(), 1u);
     EXPECT_EQ(port.boxes[0].text, "Only  3 points allowed.");
     // Tab from the last column of the last point is the same move.
-    table_key(*p, ed, port, TableKey::right);
-    table_key(*p, ed, port, TableKey::tab);
+    table_key(*p, ed, port, FormKey::right);
+    table_key(*p, ed, port, FormKey::tab);
     EXPECT_EQ(ed.table_row, 3);
     EXPECT_EQ(ed.table_col, 2);
     EXPECT_EQ(port.boxes.size(), 2u);

@@ -17,9 +17,8 @@ struct RunResult {
 
 // `redirect` is appended to the command: " 2>&1" keeps standard error with
 // the output, " 2>/dev/null" drops it.
-inline RunResult run_cli(const std::string& args, const char* redirect = " 2>&1")
+inline RunResult run_cli_command(const std::string& cmd)
 {
-    const std::string cmd = std::string(TOBEL_CLI) + " " + args + redirect;
     RunResult r;
     FILE* f = popen(cmd.c_str(), "r");
     if (!f)
@@ -31,6 +30,17 @@ inline RunResult run_cli(const std::string& args, const char* redirect = " 2>&1"
     const int st = pclose(f);
     r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
     return r;
+}
+
+inline RunResult run_cli(const std::string& args, const char* redirect = " 2>&1")
+{
+    return run_cli_command(std::string(TOBEL_CLI) + " " + args + redirect);
+}
+
+// The same, run from the folder `dir`, as a user who changed to it.
+inline RunResult run_cli_in(const std::string& dir, const std::string& args, const char* redirect = " 2>&1")
+{
+    return run_cli_command("cd '" + dir + "' && " + std::string(TOBEL_CLI) + " " + args + redirect);
 }
 
 } // namespace tobel::test

@@ -4,9 +4,10 @@
 
 #include <cmath>
 
+#include "commands/menu_model.h"
 #include "dialogs/general_surface_form.h"
 #include "dialogs/wedge_form.h"
-#include "commands/menu_model.h"
+#include "graphics/section_editor.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 #include "surface_fixture.h"
@@ -157,6 +158,16 @@ TEST(GeneralSurfaceForm, continue_on_sections_interpolates_and_opens_the_section
     EXPECT_EQ(p->form_mode, 7);
 }
 
+// The section editor opened on the general sliding line of section 1 and
+// closed by Continue with the line as it stands.
+EditorNext editor_continue_as_drawn(Project& p, Port& port)
+{
+    p.edit_general = true;
+    p.view_row = 1;
+    SectionEditor ed = editor_open(p, port);
+    return continue_editor(p, ed, port);
+}
+
 TEST(GeneralSurfaceForm, editor_continue_finishes_a_general_surface)
 {
     auto p = general_project();
@@ -165,7 +176,7 @@ TEST(GeneralSurfaceForm, editor_continue_finishes_a_general_surface)
     GeneralSurfaceForm f = open_general_surface_form(*p);
     ScriptedPort port;
     continue_general_surface_form(*p, f, port);
-    EXPECT_EQ(general_surface_editor_continue(*p, port), GeneralNext::solved_ready);
+    EXPECT_EQ(editor_continue_as_drawn(*p, port), EditorNext::general_done);
     EXPECT_EQ(p->form_mode, 0);
     // 28 is lowered to the ground of 25; 23, 18, 13 stay.
     EXPECT_EQ(sliding(*p, 1, 1), 25.0f);
@@ -193,7 +204,7 @@ TEST(GeneralSurfaceForm, editor_continue_of_a_composite_goes_to_the_wedge_form)
     GeneralSurfaceForm f = open_general_surface_form(*p);
     ScriptedPort port;
     continue_general_surface_form(*p, f, port);
-    EXPECT_EQ(general_surface_editor_continue(*p, port), GeneralNext::to_wedge_form);
+    EXPECT_EQ(editor_continue_as_drawn(*p, port), EditorNext::to_wedge);
     EXPECT_EQ(p->form_mode, 4);
     EXPECT_EQ(sliding(*p, 1, 1), 25.0f);
     EXPECT_FLOAT_EQ(p->surf_dip_y(2, 3), float(std::atan(-0.5)));
