@@ -72,7 +72,12 @@ TEST(examples, each_solves_by_every_method_with_a_sensible_factor)
             ASSERT_TRUE(solve_single_trial(p, port));
             EXPECT_GT(p.factor_of_safety, 0.5f) << path << " method " << method;
             EXPECT_LT(p.factor_of_safety, 10.0f) << path << " method " << method;
-            EXPECT_GE(p.active_columns, p.num_rows == 1 ? 40 : 400) << path;
+            // The slides of the examples have 40 columns at least (2-D) and
+            // cover thousands of square metres in plan (3-D), whatever the mesh.
+            if (p.num_rows == 1)
+                EXPECT_GE(p.active_columns, 40) << path;
+            else
+                EXPECT_GE(double(p.active_columns) * p.col_spacing * p.row_spacing, 2000.0) << path;
         }
     }
 }
