@@ -88,6 +88,13 @@ template <class F> void take(DialogSession& s, F form)
     load_edit(s);
 }
 
+// The ellipsoid of the form's values drawn over the section, after each
+// change of a field.
+void ellipsoid_preview(Project& p, Port& port, EllipsoidForm& f)
+{
+    show_setup(p, port, SetupParameters{3, std::span<float>(f.values), false});
+}
+
 // --- select
 
 template <class F> DialogStep on_select(Ctx&, F&, int, int)
@@ -146,6 +153,7 @@ DialogStep on_select(Ctx& c, EllipsoidForm& f, int row, int)
     if (row < 1 || row > 5)
         return DialogStep::not_here;
     commit_edit(c.s);
+    ellipsoid_preview(c.p, c.port, f);
     f.field = c.s.row = row;
     load_edit(c.s);
     return DialogStep::done;
@@ -356,6 +364,7 @@ DialogStep on_key(Ctx& c, EllipsoidForm& f, FormKey key)
     if (key == FormKey::left || key == FormKey::right)
         return DialogStep::not_here;
     commit_edit(c.s);
+    ellipsoid_preview(c.p, c.port, f);
     ellipsoid_form_key(f, key == FormKey::up     ? FieldKey::up
                           : key == FormKey::down ? FieldKey::down
                           : key == FormKey::tab  ? FieldKey::tab
@@ -593,6 +602,19 @@ DialogStep on_button(Ctx& c, SectionEditor& ed, std::string_view b, int arg)
         unload_image(p, ed, port);
     else
         return DialogStep::not_here;
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, EllipsoidForm& f, std::string_view b, int)
+{
+    commit_edit(c.s);
+    if (b == "zoom-in")
+        ellipsoid_form_zoom_in(c.p, f, c.port);
+    else if (b == "zoom-out")
+        ellipsoid_form_zoom_out(c.p, f, c.port);
+    else
+        return DialogStep::not_here;
+    load_edit(c.s);
     return DialogStep::done;
 }
 
@@ -879,6 +901,7 @@ void open_dialog(Project& p, Port& port, DialogSession& s, DialogKind kind)
     case DialogKind::ellipsoid:
         begin_surface_command(p, port, SurfaceCommand::ellipsoid);
         take(s, open_ellipsoid_form(p));
+        ellipsoid_preview(p, port, std::get<EllipsoidForm>(s.form));
         return;
     case DialogKind::rotation: take(s, open_rotation_form(p)); return;
     case DialogKind::graphics_options: take(s, open_graphics_options_form(p)); return;
@@ -961,6 +984,22 @@ DialogStep dialog_pointer(Project& p, Port& port, DialogSession& s, PointerActio
             pointer_move(p, *ed, port, button, shift, y, e);
         else
             pointer_up(p, *ed, port, button, shift, y, e);
+        return DialogStep::done;
+    }
+    if (auto* f = std::get_if<EllipsoidForm>(&s.form)) {
+        // The handles of the centre and the tangent plane are dragged; the
+        // fields follow.
+        commit_edit(s);
+        const SetupParameters set{3, std::span<float>(f->values), false};
+        if (action == PointerAction::down) {
+            setup_pointer_down(p, set, s.drag, y, e);
+        } else if (action == PointerAction::move) {
+            if (!setup_pointer_move(p, set, s.drag, y, e).empty())
+                show_setup(p, port, set);
+        } else {
+            setup_pointer_up(s.drag);
+        }
+        load_edit(s);
         return DialogStep::done;
     }
     if (auto* f = std::get_if<ColourForm>(&s.form)) {

@@ -23,6 +23,7 @@
 #include "dialogs/positions_form.h"
 #include "dialogs/rotation_form.h"
 #include "graphics/section_editor.h"
+#include "graphics/setup_handles.h"
 #include "project/project.h"
 #include "ui/form_key.h"
 #include "ui/port.h"
@@ -59,6 +60,8 @@ struct DialogSession {
     int col = 1;
     std::string edit;
     bool edited = false;
+    // A handle of the set-up picture held by the pointer (ellipsoid form).
+    SetupDrag drag;
     // Today's date as the system writes it, for Control Parameters.
     std::string today;
 };
@@ -109,7 +112,8 @@ DialogStep dialog_choose(Project& p, Port& port, DialogSession& s, int choice);
 DialogStep dialog_button(Project& p, Port& port, DialogSession& s, std::string_view button, int arg = 0);
 
 // Pointer events on the section editor's picture, in world units (the
-// elevation multiplied by vert_exag) or on the colour sampler (its units).
+// elevation multiplied by vert_exag), on the set-up picture of the ellipsoid
+// form (its handles are dragged) or on the colour sampler (its units).
 enum class PointerAction { down, move, up };
 DialogStep dialog_pointer(Project& p, Port& port, DialogSession& s, PointerAction action,
                           PointerButton button, bool shift, double y, double e);
