@@ -13,6 +13,7 @@
 #include "commands/dialog_session.h"
 #include "commands/menu_model.h"
 #include "dialogs/ellipsoid_form.h"
+#include "plot_output.h"
 #include "project/numtext.h"
 
 namespace tobel::cli {
@@ -325,6 +326,22 @@ int run_script(const std::vector<std::string>& args)
                 std::cout << p.message_text[std::size_t(i)] << "\n";
         } else if (cmd == "info") {
             print_project(p, std::cout);
+        } else if (cmd == "picture") {
+            std::string which, out;
+            in >> which >> out;
+            const std::map<std::string, const PictureWindow*> windows = {{"editor", &p.pictures.editor},
+                                                                         {"section", &p.pictures.section},
+                                                                         {"isometry", &p.pictures.isometry},
+                                                                         {"search", &p.pictures.search},
+                                                                         {"plan", &p.pictures.plan_active}};
+            auto it = windows.find(which);
+            if (it == windows.end() || out.empty())
+                return fail(
+                    "picture takes editor, section, isometry, search or plan, and a .png, .svg or .pdf file");
+            if (!write_picture_file(it->second->picture, out, int(p.view.picture_width),
+                                    int(p.view.picture_height)))
+                return fail("cannot write " + out);
+            std::cout << out << ": " << it->second->caption << "\n";
         } else if (cmd == "dialog") {
             std::string name;
             in >> name;
