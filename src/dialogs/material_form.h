@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "ui/form_key.h"
 #include "project/project.h"
+#include "ui/form_key.h"
 #include "ui/port.h"
 
 namespace tobel {
@@ -67,8 +67,11 @@ constexpr std::int32_t material_locked_colour = 12648447;
 constexpr std::int32_t material_text_colour = 12582912;
 
 struct MaterialForm {
-    // cell(row, entry): row 1..13, entry 1..60; index 0 unused.
-    std::array<std::array<std::string, material_table_entries + 1>, material_rows + 1> cells{};
+    // cell(row, entry): row 1..13, entry 1..60; index 0 unused. One flat
+    // vector: clang 14 overflows its stack value-initialising the nested
+    // array of strings this used to be.
+    std::vector<std::string> cells =
+        std::vector<std::string>(std::size_t(material_rows + 1) * (material_table_entries + 1));
     int row = 1;        // the selected row
     int slot = 1;       // the selected visible column, 1..4
     int first = 1;      // the entry shown in slot 1 (the scroll position)
@@ -76,8 +79,12 @@ struct MaterialForm {
     std::string before; // what the selected cell held when it was taken
     bool scroll_visible = false;
 
-    std::string& cell(int r, int e) { return cells[std::size_t(r)][std::size_t(e)]; }
-    const std::string& cell(int r, int e) const { return cells[std::size_t(r)][std::size_t(e)]; }
+    std::string& cell(int r, int e) { return cells[index(r, e)]; }
+    const std::string& cell(int r, int e) const { return cells[index(r, e)]; }
+    static std::size_t index(int r, int e)
+    {
+        return std::size_t(r) * (material_table_entries + 1) + std::size_t(e);
+    }
     int entry() const { return first + slot - 1; }
     int entry_at(int s) const { return first + s - 1; }
 };
