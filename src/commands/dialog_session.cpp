@@ -1,5 +1,7 @@
 #include "commands/dialog_session.h"
 
+#include <functional>
+#include <initializer_list>
 #include <type_traits>
 
 #include "commands/commands.h"
@@ -506,103 +508,74 @@ DialogStep on_button(Ctx&, ControlForm& f, std::string_view b, int)
     return DialogStep::done;
 }
 
+// A button pressed by name: the action of the first entry of that name, or
+// not_here when the form has no such button.
+struct ButtonAction {
+    std::string_view name;
+    std::function<void()> act;
+};
+
+DialogStep press(std::string_view b, std::initializer_list<ButtonAction> actions)
+{
+    for (const ButtonAction& a : actions)
+        if (a.name == b) {
+            a.act();
+            return DialogStep::done;
+        }
+    return DialogStep::not_here;
+}
+
 DialogStep on_button(Ctx& c, MaterialForm& f, std::string_view b, int)
 {
-    if (b == "add-discontinuity")
-        material_form_add_discontinuity(c.p, f, c.port);
-    else if (b == "delete-discontinuity")
-        material_form_delete_discontinuity(c.p, f, c.port);
-    else
-        return DialogStep::not_here;
-    return DialogStep::done;
+    return press(b, {{"add-discontinuity", [&] { material_form_add_discontinuity(c.p, f, c.port); }},
+                     {"delete-discontinuity", [&] { material_form_delete_discontinuity(c.p, f, c.port); }}});
 }
 
 DialogStep on_button(Ctx& c, LayerForm& f, std::string_view b, int)
 {
-    if (b == "add")
-        layer_form_add_surface(f, c.p, c.port);
-    else if (b == "insert")
-        layer_form_insert_surface(f, c.p, c.port);
-    else if (b == "delete")
-        layer_form_delete_surface(f, c.p, c.port);
-    else if (b == "change")
-        layer_form_change(f, c.p, c.port);
-    else
-        return DialogStep::not_here;
-    return DialogStep::done;
+    return press(b, {{"add", [&] { layer_form_add_surface(f, c.p, c.port); }},
+                     {"insert", [&] { layer_form_insert_surface(f, c.p, c.port); }},
+                     {"delete", [&] { layer_form_delete_surface(f, c.p, c.port); }},
+                     {"change", [&] { layer_form_change(f, c.p, c.port); }}});
 }
 
 DialogStep on_button(Ctx& c, PiezoForm& f, std::string_view b, int)
 {
-    if (b == "add")
-        piezo_form_add_surface(f, c.p, c.port);
-    else if (b == "insert")
-        piezo_form_insert_surface(f, c.p, c.port);
-    else if (b == "delete")
-        piezo_form_delete_surface(f, c.p, c.port);
-    else if (b == "change")
-        piezo_form_change(f, c.p, c.port);
-    else
-        return DialogStep::not_here;
-    return DialogStep::done;
+    return press(b, {{"add", [&] { piezo_form_add_surface(f, c.p, c.port); }},
+                     {"insert", [&] { piezo_form_insert_surface(f, c.p, c.port); }},
+                     {"delete", [&] { piezo_form_delete_surface(f, c.p, c.port); }},
+                     {"change", [&] { piezo_form_change(f, c.p, c.port); }}});
 }
 
 DialogStep on_button(Ctx& c, PositionsForm& f, std::string_view b, int)
 {
-    if (b == "add-section")
-        positions_form_add_section(c.p, f, c.port);
-    else if (b == "insert-section")
-        positions_form_insert_section(c.p, f, c.port);
-    else if (b == "delete-section")
-        positions_form_delete_section(c.p, f, c.port);
-    else
-        return DialogStep::not_here;
-    return DialogStep::done;
+    return press(b, {{"add-section", [&] { positions_form_add_section(c.p, f, c.port); }},
+                     {"insert-section", [&] { positions_form_insert_section(c.p, f, c.port); }},
+                     {"delete-section", [&] { positions_form_delete_section(c.p, f, c.port); }}});
 }
 
 DialogStep on_button(Ctx& c, SectionEditor& ed, std::string_view b, int arg)
 {
     Project& p = c.p;
     Port& port = c.port;
-    if (b == "toggle-line")
-        toggle_line(p, ed, port);
-    else if (b == "toggle-section")
-        toggle_section(p, ed, port);
-    else if (b == "goto-line")
-        goto_line(p, ed, port, arg);
-    else if (b == "goto-section")
-        goto_section(p, ed, port, arg);
-    else if (b == "copy-layer")
-        copy_layer(p, ed, port, arg);
-    else if (b == "copy-section")
-        copy_section(p, ed, port, arg);
-    else if (b == "copy-above")
-        copy_above(p, ed, port);
-    else if (b == "copy-below")
-        copy_below(p, ed, port);
-    else if (b == "insert-point")
-        insert_point(ed);
-    else if (b == "delete-point")
-        delete_point(ed);
-    else if (b == "zoom-in")
-        zoom_in(ed);
-    else if (b == "zoom-out")
-        zoom_out(p, ed, port);
-    else if (b == "fit")
-        fit_to_screen(p, ed, port);
-    else if (b == "clusters")
-        toggle_clusters(ed);
-    else if (b == "snapping")
-        toggle_snap(p, ed);
-    else if (b == "load-image")
-        load_image(p, ed, port);
-    else if (b == "rescale-image")
-        rescale_image(p, ed);
-    else if (b == "unload-image")
-        unload_image(p, ed, port);
-    else
-        return DialogStep::not_here;
-    return DialogStep::done;
+    return press(b, {{"toggle-line", [&] { toggle_line(p, ed, port); }},
+                     {"toggle-section", [&] { toggle_section(p, ed, port); }},
+                     {"goto-line", [&] { goto_line(p, ed, port, arg); }},
+                     {"goto-section", [&] { goto_section(p, ed, port, arg); }},
+                     {"copy-layer", [&] { copy_layer(p, ed, port, arg); }},
+                     {"copy-section", [&] { copy_section(p, ed, port, arg); }},
+                     {"copy-above", [&] { copy_above(p, ed, port); }},
+                     {"copy-below", [&] { copy_below(p, ed, port); }},
+                     {"insert-point", [&] { insert_point(ed); }},
+                     {"delete-point", [&] { delete_point(ed); }},
+                     {"zoom-in", [&] { zoom_in(ed); }},
+                     {"zoom-out", [&] { zoom_out(p, ed, port); }},
+                     {"fit", [&] { fit_to_screen(p, ed, port); }},
+                     {"clusters", [&] { toggle_clusters(ed); }},
+                     {"snapping", [&] { toggle_snap(p, ed); }},
+                     {"load-image", [&] { load_image(p, ed, port); }},
+                     {"rescale-image", [&] { rescale_image(p, ed); }},
+                     {"unload-image", [&] { unload_image(p, ed, port); }}});
 }
 
 DialogStep on_button(Ctx& c, EllipsoidForm& f, std::string_view b, int)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "dialogs/numeric_entry.h"
 #include "geometry/surface_stack.h"
 #include "graphics/plan_views.h"
 #include "project/defaults.h"
@@ -34,11 +35,6 @@ void select_cell(ControlForm& form, int c)
 {
     form.cell = std::clamp(c, 1, control_cells);
     form.edit = form.text(form.cell);
-}
-
-std::size_t caret_at(const std::string& text, int caret)
-{
-    return caret < 0 ? text.size() : std::min(std::size_t(caret), text.size());
 }
 
 // The first of the nine checks of Continue that fails, "" when all pass.
@@ -162,19 +158,9 @@ ControlForm open_control_form(const Project& p, const std::string& today)
 
 void control_form_key(ControlForm& form, FormKey key)
 {
-    switch (key) {
-    case FormKey::up:
+    if (const int step = vertical_step(key); step != 0) {
         store_edit(form);
-        select_cell(form, form.cell - 1);
-        break;
-    case FormKey::down:
-    case FormKey::enter:
-    case FormKey::tab:
-        store_edit(form);
-        select_cell(form, form.cell + 1);
-        break;
-    case FormKey::left:
-    case FormKey::right: break;
+        select_cell(form, form.cell + step);
     }
 }
 
@@ -228,13 +214,7 @@ bool control_form_type(ControlForm& form, const Project& p, Port& port, char key
     }
     if (!control_key_accepted(form.cell, form.edit, key, caret))
         return false;
-    const std::size_t at = caret_at(form.edit, caret);
-    if (key == key_backspace) {
-        if (at > 0)
-            form.edit.erase(at - 1, 1);
-    } else {
-        form.edit.insert(at, 1, key);
-    }
+    edit_at_caret(form.edit, key, caret);
     return true;
 }
 

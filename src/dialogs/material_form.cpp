@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "dialogs/numeric_entry.h"
 #include "project/defaults.h"
 #include "project/numtext.h"
 
@@ -35,11 +36,6 @@ bool is_entry(const Project& p, int e)
 int type_index_of(const Project& p, int e)
 {
     return is_discontinuity(p, e) ? 0 : material_type(p, e) - 1;
-}
-
-std::size_t caret_at(const std::string& text, int caret)
-{
-    return caret < 0 ? text.size() : std::min(std::size_t(caret), text.size());
 }
 
 // The selected cell becomes the one being edited.
@@ -296,13 +292,7 @@ bool material_form_type(MaterialForm& form, const Project& p, Port& port, char k
         return false;
     if (!material_key_accepted(form.row, form.edit, key, caret))
         return false;
-    const std::size_t at = caret_at(form.edit, caret);
-    if (key == key_backspace) {
-        if (at > 0)
-            form.edit.erase(at - 1, 1);
-    } else {
-        form.edit.insert(at, 1, key);
-    }
+    edit_at_caret(form.edit, key, caret);
     return true;
 }
 

@@ -12,8 +12,6 @@ namespace tobel {
 
 namespace {
 
-constexpr char key_backspace = 8;
-
 void store_edit(PositionsForm& form)
 {
     if (form.row >= 1 && form.row <= form.count)
@@ -110,19 +108,9 @@ std::string positions_limit_message(int max_sections)
 
 void positions_form_key(PositionsForm& form, FormKey key)
 {
-    switch (key) {
-    case FormKey::up:
+    if (const int step = vertical_step(key); step != 0) {
         store_edit(form);
-        select_row(form, form.row - 1);
-        break;
-    case FormKey::down:
-    case FormKey::enter:
-    case FormKey::tab:
-        store_edit(form);
-        select_row(form, form.row + 1);
-        break;
-    case FormKey::left:
-    case FormKey::right: break;
+        select_row(form, form.row + step);
     }
 }
 
@@ -139,13 +127,7 @@ bool positions_form_type(PositionsForm& form, Port& port, char key, int caret)
     (void)port;
     if (!numeric_key_accepted(form.edit, key, caret))
         return false;
-    const std::size_t at = caret < 0 ? form.edit.size() : std::min(std::size_t(caret), form.edit.size());
-    if (key == key_backspace) {
-        if (at > 0)
-            form.edit.erase(at - 1, 1);
-    } else {
-        form.edit.insert(at, 1, key);
-    }
+    edit_at_caret(form.edit, key, caret);
     return true;
 }
 

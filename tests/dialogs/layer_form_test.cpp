@@ -10,6 +10,7 @@
 #include "project/data_file.h"
 #include "project/defaults.h"
 #include "project/input_reader.h"
+#include "surfaces/surface_fixture.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 
@@ -23,20 +24,7 @@ namespace {
 // sections at X = 0 and 10, `layers` layers named "M1".., all by sections.
 Project make_layers(int layers, int piezos = 0)
 {
-    Project p;
-    set_defaults(p);
-    p.num_layers = int16(layers);
-    p.num_piezos = int16(piezos);
-    derive_counts(p);
-    p.num_rows = 3;
-    p.num_cols = 4;
-    p.x_min = 0;
-    p.x_max = 10;
-    p.y_min = 0;
-    p.y_max = 30;
-    p.row_spacing = 5;
-    p.col_spacing = 10;
-    redim_grids(p);
+    Project p = std::move(*test::make_project({3, 4, 0, 10, 0, 30, layers, piezos}));
     p.num_sections = 2;
     p.sections.x[1] = 0;
     p.sections.x[2] = 10;

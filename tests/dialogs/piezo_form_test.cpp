@@ -7,6 +7,7 @@
 
 #include "dialogs/piezo_form.h"
 #include "project/defaults.h"
+#include "surfaces/surface_fixture.h"
 #include "support/scripted_port.h"
 
 using namespace tobel;
@@ -18,20 +19,7 @@ namespace {
 // piezometric surfaces, all by sections; material 1 uses piezo 1.
 Project make_piezos(int layers, int piezos)
 {
-    Project p;
-    set_defaults(p);
-    p.num_layers = int16(layers);
-    p.num_piezos = int16(piezos);
-    derive_counts(p);
-    p.num_rows = 2;
-    p.num_cols = 3;
-    p.x_min = 0;
-    p.x_max = 10;
-    p.y_min = 0;
-    p.y_max = 20;
-    p.row_spacing = 10;
-    p.col_spacing = 10;
-    redim_grids(p);
+    Project p = std::move(*test::make_project({2, 3, 0, 10, 0, 20, layers, piezos}));
     p.num_sections = 2;
     p.sections.x[2] = 10;
     for (int m = 1; m <= layers; ++m)

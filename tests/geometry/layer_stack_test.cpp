@@ -11,6 +11,7 @@
 #include "project/data_file.h"
 #include "project/defaults.h"
 #include "project/input_reader.h"
+#include "surfaces/surface_fixture.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 
@@ -26,21 +27,7 @@ namespace {
 // cohesion 2m, and so on; material 1 names piezometric surface 1.
 Project make_stack(int layers, int piezos, int discs)
 {
-    Project p;
-    set_defaults(p);
-    p.num_layers = int16(layers);
-    p.num_piezos = int16(piezos);
-    p.num_discs = int16(discs);
-    derive_counts(p);
-    p.num_rows = 3;
-    p.num_cols = 4;
-    p.x_min = 0;
-    p.x_max = 10;
-    p.y_min = 0;
-    p.y_max = 30;
-    p.row_spacing = 5;
-    p.col_spacing = 10;
-    redim_grids(p);
+    Project p = std::move(*test::make_project({3, 4, 0, 10, 0, 30, layers, piezos, discs}));
     p.num_sections = 2;
     for (int k = 1; k <= p.sliding_index; ++k) {
         const std::size_t u = std::size_t(k);

@@ -12,6 +12,7 @@
 #include "geometry/surface_stack.h"
 #include "project/defaults.h"
 #include "commands/menu_model.h"
+#include "surfaces/surface_fixture.h"
 #include "support/scripted_port.h"
 
 using namespace tobel;
@@ -23,20 +24,7 @@ using Points = std::vector<std::pair<float, float>>; // (y, z) along a line
 // 2-D mesh: one row at x = 0, cols at y = 0, 1, 2; two sections at x = 0 and 10.
 Project make_stack(int layers, int piezos)
 {
-    Project p;
-    set_defaults(p);
-    p.num_layers = int16(layers);
-    p.num_piezos = int16(piezos);
-    derive_counts(p);
-    p.num_rows = 1;
-    p.num_cols = 3;
-    p.x_min = 0;
-    p.x_max = 1;
-    p.row_spacing = 1;
-    p.y_min = 0;
-    p.y_max = 2;
-    p.col_spacing = 1;
-    redim_grids(p);
+    Project p = std::move(*test::make_project({1, 3, 0, 1, 0, 2, layers, piezos}));
     p.num_sections = 2;
     p.sections.x[1] = 0;
     p.sections.x[2] = 10;

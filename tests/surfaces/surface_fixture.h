@@ -15,6 +15,8 @@ struct MeshSpec {
     int cols = 11;
     float x_min = 0, x_max = 10, y_min = 0, y_max = 10;
     int layers = 1;
+    int piezos = 0;
+    int discs = 0;
 };
 
 // A default project reshaped to the mesh. Spacings follow the data-entry rule:
@@ -24,8 +26,8 @@ inline std::unique_ptr<Project> make_project(const MeshSpec& m)
     auto p = std::make_unique<Project>();
     set_defaults(*p);
     p->num_layers = int16(m.layers);
-    p->num_piezos = 0;
-    p->num_discs = 0;
+    p->num_piezos = int16(m.piezos);
+    p->num_discs = int16(m.discs);
     derive_counts(*p);
     p->num_rows = int16(m.rows);
     p->num_cols = int16(m.cols);
