@@ -1,0 +1,49 @@
+// A search that also moves across the slope. The classic grid and auto
+// searches keep the centre's X and the aspect ratio as the set-up stores
+// them; this runs the classic search once for every X of a range and every
+// aspect of a list, each on its own copy of the project, and keeps the best
+// of all. The searches are independent, so they may run side by side.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "project/project.h"
+#include "search/across.h"
+#include "ui/port.h"
+
+namespace tobel {
+
+struct AcrossSpec {
+    float x0 = 0, x1 = 0, dx = 0;
+    std::vector<float> aspects;
+    bool grid = true;       // the stored grid search, or else the stored auto search
+    bool composite = false; // trial ellipsoids cut by the stored wedge planes
+    bool valid_only = false;
+    int method = 1;                     // solution_method of every search
+    Answer answer = Answer::no;         // how the searches' questions are answered
+    std::function<bool()> stop_request; // read by every search between trials; may be empty
+};
+
+// Runs task(0) .. task(count - 1), in any order and on any threads; returns
+// when all have run.
+using TaskRunner = std::function<void(std::size_t count, const std::function<void(std::size_t)>& task)>;
+
+// The (X, aspect) pairs of a spec, in the order of the result's cells.
+std::vector<std::pair<float, float>> across_pairs(const AcrossSpec& spec);
+
+// One classic search of the set on a copy of `base` (a project as read from
+// its file): the stored set-up with X and the aspect replaced, then the search.
+AcrossCell run_across_cell(const Project& base, const AcrossSpec& spec, float x, float aspect);
+
+// Every pair of the spec, run through `run`; the cells come back in pair
+// order whatever order they ran in.
+AcrossResult across_search(const Project& base, const AcrossSpec& spec, const TaskRunner& run);
+
+// A runner that runs the tasks one after another.
+void run_serially(std::size_t count, const std::function<void(std::size_t)>& task);
+
+} // namespace tobel
