@@ -46,6 +46,7 @@ struct SearchOptions {
     std::string summary;
     std::string plot, size_text = "800x600";
     int width = 800, height = 600;
+    std::string across, aspects; // --across X0,X1,DX --aspects A1,A2,...
 };
 
 void add_info_command(CLI::App& app, Runner& run);

@@ -45,6 +45,11 @@ void install_interrupt_handler()
     std::signal(SIGINT, on_interrupt);
 }
 
+bool interrupt_requested()
+{
+    return interrupted != 0;
+}
+
 Answer CliPort::message_box(const std::string& text, Buttons buttons, Icon icon, const std::string& title)
 {
     if (icon == Icon::critical)

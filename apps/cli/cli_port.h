@@ -52,5 +52,8 @@ class CliPort : public Port {
 
 // Set by Ctrl-C; the port reports it as the Stop button.
 void install_interrupt_handler();
+// Whether Ctrl-C was pressed, without taking the press: searches running
+// side by side all see it. Safe from any thread.
+bool interrupt_requested();
 
 } // namespace tobel::cli

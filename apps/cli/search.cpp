@@ -13,6 +13,7 @@
 #include "project/runtime_error.h"
 #include "search/grid_search.h"
 #include "search/summary.h"
+#include "search_across.h"
 #include "trial.h"
 
 namespace tobel::cli {
@@ -216,6 +217,11 @@ void add_search_command(CLI::App& app, Runner& run)
                     "OUT.png, .svg or .pdf: the search picture (markers, final surface, contours, legend)");
     sub->add_option("--size", o->size_text,
                     "WxH: the size of the --plot picture in pixels (default 800x600)");
+    auto* across = sub->add_option("--across", o->across,
+                                   "X0,X1,DX: run the search for every X of the range (3-D projects); the "
+                                   "classic search keeps the stored X");
+    sub->add_option("--aspects", o->aspects, "A1,A2,...: with --across, every aspect ratio of the list")
+        ->needs(across);
     sub->callback([o, &run] { run = [o] { return run_search(*o); }; });
 }
 
@@ -233,6 +239,8 @@ int run_search(SearchOptions& o)
         std::cerr << "tobel search: " << e.what() << "\n";
         return exit_bad_input;
     }
+    if (!o.across.empty())
+        return run_across_search(o, o.across, o.aspects, run_serially);
     Project p;
     start_project(p);
     // Progress and boxes go to standard error; the result to standard output.

@@ -57,9 +57,11 @@ Box data_box(const AcrossResult& r)
         b.x_lo -= 1;
         b.x_hi += 1;
     }
-    b.f_lo = std::min(b.f_lo, 0.0);
-    if (b.f_hi - b.f_lo <= 0)
-        b.f_hi = b.f_lo + 1;
+    // F is drawn over its own range, not from 0: the differences between the
+    // searches are what the picture is for.
+    const double pad = std::max((b.f_hi - b.f_lo) * 0.15, 0.01);
+    b.f_lo -= pad;
+    b.f_hi += pad;
     return b;
 }
 
@@ -115,8 +117,8 @@ void draw_across_plot(DrawSurface& s, const AcrossResult& r)
     s.CurrentX(b.x_lo + w / 2 - s.TextWidth("X of the centre") / 2);
     s.CurrentY(b.f_lo - h * 0.08);
     s.Print("X of the centre");
-    s.CurrentX(left + w * 0.01);
-    s.CurrentY(top - h * 0.02);
+    s.CurrentX(b.x_lo - w * 0.02 - s.TextWidth("F"));
+    s.CurrentY(b.f_hi + h * 0.05);
     s.Print("F");
     s.ForeColor(black);
     s.CurrentX(b.x_lo + w * 0.05);

@@ -1,0 +1,235 @@
+// tobel search --across X0,X1,DX --aspects A1,A2,...: the stored grid or
+// auto search for every X of the range and every aspect of the list, side by
+// side, the best of all and a table of the best of each search.
+#include <cmath>
+#include <iomanip>
+#include <iostream>
+#include <sstream>
+#include <stdexcept>
+
+#include "cli.h"
+#include "cli_port.h"
+#include "commands/across_search.h"
+#include "commands/commands.h"
+#include "graphics/across_plot.h"
+#include "graphics/recording_surface.h"
+#include "plot_output.h"
+#include "project/numtext.h"
+#include "search_across.h"
+
+namespace tobel::cli {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+// Numbers separated by commas; every one must read whole.
+std::vector<float> parse_list(const std::string& text, const char* what)
+{
+    std::vector<float> values;
+    std::stringstream in(text);
+    std::string item;
+    while (std::getline(in, item, ',')) {
+        std::size_t used = 0;
+        float v = 0;
+        try {
+            v = std::stof(item, &used);
+        } catch (const std::exception&) {
+            used = 0;
+        }
+        while (used < item.size() && item[used] == ' ')
+            ++used;
+        if (item.empty() || used != item.size() || !std::isfinite(v))
+            throw std::runtime_error(std::string(what) + ": \"" + item + "\" is not a number");
+        values.push_back(v);
+    }
+    if (values.empty())
+        throw std::runtime_error(std::string(what) + " is empty");
+    return values;
+}
+
+ordered_json cell_record_json(const SearchRecord& r)
+{
+    ordered_json j;
+    j["fos"] = json_float(r.fos);
+    j["trial_number"] = r.trial_number;
+    j["y"] = json_float(r.y);
+    j["z"] = json_float(r.z);
+    j["radius"] = json_float(r.radius);
+    j["volume"] = json_float(r.volume);
+    j["valid"] = r.valid != 0;
+    return j;
+}
+
+void print_json(const Project& base, const AcrossSpec& spec, const AcrossResult& r, std::ostream& out)
+{
+    ordered_json j;
+    j["method"] = method_name(base.solution_method);
+    j["search"] = spec.grid ? "grid" : "auto";
+    j["across"] = {{"x0", json_float(spec.x0)}, {"x1", json_float(spec.x1)}, {"dx", json_float(spec.dx)}};
+    ordered_json aspects = ordered_json::array();
+    for (const float a : spec.aspects)
+        aspects.push_back(json_float(a));
+    j["aspects"] = aspects;
+    j["searches"] = r.cells.size();
+    j["trial_count"] = r.trial_count;
+    j["stopped"] = r.stopped;
+    if (r.best >= 0) {
+        const AcrossCell& c = r.cells[std::size_t(r.best)];
+        ordered_json b = cell_record_json(c.best);
+        b["x"] = json_float(c.x);
+        b["aspect"] = json_float(c.aspect);
+        j["best"] = b;
+    } else {
+        j["best"] = nullptr;
+    }
+    ordered_json cells = ordered_json::array();
+    for (const AcrossCell& c : r.cells) {
+        ordered_json e;
+        e["x"] = json_float(c.x);
+        e["aspect"] = json_float(c.aspect);
+        e["set_up"] = c.set_up;
+        e["trial_count"] = c.trial_count;
+        e["best"] = c.best.trial_number > 0 ? cell_record_json(c.best) : ordered_json(nullptr);
+        if (c.best.trial_number > 0) {
+            e["fos_min"] = json_float(c.fos_min);
+            e["fos_max"] = json_float(c.fos_max);
+        }
+        if (!c.stop_reason.empty())
+            e["stop_reason"] = latin1_to_utf8(c.stop_reason);
+        cells.push_back(e);
+    }
+    j["cells"] = cells;
+    out << j.dump(2) << "\n";
+}
+
+void print_text(const Project& base, const AcrossSpec& spec, const AcrossResult& r, std::ostream& out)
+{
+    out << "Search across the slope, " << (spec.grid ? "grid" : "auto") << " search, "
+        << method_name(base.solution_method) << (spec.valid_only ? " (valid results only)" : "") << ": "
+        << r.cells.size() << " searches, " << r.trial_count << " trials recorded"
+        << (r.stopped ? " (stopped)" : "") << "\n";
+    if (r.best >= 0) {
+        const AcrossCell& c = r.cells[std::size_t(r.best)];
+        out << "Best surface: X " << general_text(c.x) << ", aspect " << general_text(c.aspect)
+            << ": Ellipsoid #" << str(long(c.best.trial_number)) << " of its search"
+            << (c.best.valid != 0 ? "" : " (NOT VALID)") << "\n"
+            << "  Factor of Safety: " << format(c.best.fos, "###0.000") << "\n"
+            << "  Centre X: " << format(c.x, "###0.00") << "  Y: " << format(c.best.y, "###0.00")
+            << "  Z: " << format(c.best.z, "###0.00") << "\n"
+            << "  Radius: " << format(c.best.radius, "###0.00") << "  Aspect: " << format(c.aspect, "#0.00")
+            << "\n"
+            << "  Slide Volume: " << format(c.best.volume, "###0.00") << "\n";
+    } else {
+        out << "No search found a surface.\n";
+    }
+    out << "Best of each search:\n"
+        << "        X   Aspect         F  Trial#         Y         Z    Radius    Volume  Trials\n";
+    for (const AcrossCell& c : r.cells) {
+        out << std::setw(9) << format(c.x, "0.00") << std::setw(9) << format(c.aspect, "0.00");
+        if (c.best.trial_number > 0)
+            out << std::setw(10) << format(c.best.fos, "0.000") << std::setw(8) << c.best.trial_number
+                << std::setw(10) << format(c.best.y, "0.00") << std::setw(10) << format(c.best.z, "0.00")
+                << std::setw(10) << format(c.best.radius, "0.00") << std::setw(10)
+                << format(c.best.volume, "0") << std::setw(8) << c.trial_count
+                << (c.best.valid != 0 ? "" : "  not valid");
+        else
+            out << (c.set_up ? "   no surface" : "   the set-up builds no surface");
+        if (!c.stop_reason.empty())
+            out << "  (" << c.stop_reason << ")";
+        out << "\n";
+    }
+}
+
+} // namespace
+
+void parse_across(const std::string& across, const std::string& aspects, AcrossSpec& spec)
+{
+    const std::vector<float> a = parse_list(across, "--across");
+    if (a.size() != 3)
+        throw std::runtime_error("--across wants three numbers X0,X1,DX, not \"" + across + "\"");
+    spec.x0 = a[0];
+    spec.x1 = a[1];
+    spec.dx = a[2];
+    if (spec.x1 < spec.x0)
+        throw std::runtime_error("--across: X1 (" + general_text(spec.x1) + ") is below X0 (" +
+                                 general_text(spec.x0) + ")");
+    if (spec.x1 > spec.x0 && !(spec.dx > 0))
+        throw std::runtime_error("--across: the step DX must be above 0");
+    spec.aspects = aspects.empty() ? std::vector<float>{} : parse_list(aspects, "--aspects");
+    for (const float v : spec.aspects)
+        if (!(v > 0))
+            throw std::runtime_error("--aspects: an aspect ratio must be above 0, not " + general_text(v));
+    if (across_pairs(spec).size() > 100000)
+        throw std::runtime_error("--across and --aspects ask for more than 100000 searches");
+}
+
+int run_across_search(const SearchOptions& o, const std::string& across, const std::string& aspects,
+                      const TaskRunner& run)
+{
+    AcrossSpec spec;
+    try {
+        parse_across(across, aspects, spec);
+    } catch (const std::exception& e) {
+        std::cerr << "tobel search: " << e.what() << "\n";
+        return exit_bad_input;
+    }
+    Project base;
+    start_project(base);
+    CliPort port(std::cerr);
+    port.policy = o.trial.answer;
+    port.show_windows = false;
+    if (!open_data_file(base, port, o.trial.file))
+        return exit_bad_input;
+    warn_about_tokens(base, o.trial.file);
+    if (base.num_rows <= 1) {
+        std::cerr << "tobel search: --across needs a 3-D project: " << o.trial.file << " has one mesh row\n";
+        return exit_bad_input;
+    }
+    if (o.composite && base.num_wedges == 0) {
+        std::cerr << "tobel: " << o.trial.file << " holds no wedge planes\n";
+        return exit_bad_input;
+    }
+    // Without a list the stored aspect is the only one.
+    if (spec.aspects.empty())
+        spec.aspects.push_back(base.aspect_in);
+    base.solution_method = int16(o.trial.method);
+    spec.grid = o.grid;
+    spec.composite = o.composite;
+    spec.valid_only = o.valid_only;
+    spec.method = o.trial.method;
+    spec.answer = o.trial.answer;
+    install_interrupt_handler();
+    spec.stop_request = [] { return interrupt_requested(); };
+    std::cerr << "tobel: " << across_pairs(spec).size() << " searches across the slope\n";
+    const AcrossResult r = across_search(base, spec, run);
+    if (o.trial.json)
+        print_json(base, spec, r, std::cout);
+    else
+        print_text(base, spec, r, std::cout);
+    if (!o.plot.empty()) {
+        DisplayList picture;
+        picture.device_width = float(o.width);
+        picture.device_height = float(o.height);
+        RecordingSurface s(picture);
+        draw_across_plot(s, r);
+        if (!write_picture_file(picture, o.plot, o.width, o.height))
+            return exit_bad_input;
+    }
+    if (r.stopped) {
+        std::cerr << "tobel: warning: the searches were stopped: the best record is the best so far\n";
+        return exit_stopped;
+    }
+    if (r.best < 0)
+        return exit_not_valid;
+    const AcrossCell& best = r.cells[std::size_t(r.best)];
+    if (best.best.valid == 0) {
+        std::cerr << "tobel: warning: the best record (X " << general_text(best.x) << ", aspect "
+                  << general_text(best.aspect) << ", F = " << general_text(best.best.fos) << ") is not valid"
+                  << (spec.valid_only ? "" : "; --valid-only keeps such trials from winning") << "\n";
+        return exit_not_valid;
+    }
+    return exit_ok;
+}
+
+} // namespace tobel::cli

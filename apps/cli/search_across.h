@@ -1,0 +1,21 @@
+// tobel search --across: the classic search for every X of a range and
+// every aspect of a list.
+#pragma once
+
+#include <string>
+
+#include "cli.h"
+#include "commands/across_search.h"
+
+namespace tobel::cli {
+
+// "X0,X1,DX" and "A1,A2,..." into the spec; throws std::runtime_error naming
+// the option and what is wrong. An empty aspect list is left empty.
+void parse_across(const std::string& across, const std::string& aspects, AcrossSpec& spec);
+
+// Opens the file, runs the searches through `run` and prints the result
+// (text or --json), the picture with --plot; the exit status as for search.
+int run_across_search(const SearchOptions& o, const std::string& across, const std::string& aspects,
+                      const TaskRunner& run);
+
+} // namespace tobel::cli
