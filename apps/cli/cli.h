@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
+#include "cli_port.h"
 #include "project/project.h"
 #include "project_json.h"
 #include "trial.h"
@@ -46,7 +47,18 @@ struct SearchOptions {
     std::string summary;
     std::string plot, size_text = "800x600";
     int width = 800, height = 600;
+    int threads = 0;        // --threads N; 0: all cores
+    std::string shard_text; // --shard K/N
+    int shard = 0, shards = 0;
+    std::string out;             // --out PART.json of a shard
     std::string across, aspects; // --across X0,X1,DX --aspects A1,A2,...
+};
+
+struct MergeOptions {
+    std::vector<std::string> parts;
+    std::string json_out; // --json OUT
+    bool trials = false;
+    std::string summary;
 };
 
 void add_info_command(CLI::App& app, Runner& run);
@@ -58,9 +70,15 @@ void add_convert_command(CLI::App& app, Runner& run);
 void add_check_command(CLI::App& app, Runner& run);
 void add_run_command(CLI::App& app, Runner& run);
 void add_draw_command(CLI::App& app, Runner& run);
+void add_merge_command(CLI::App& app, Runner& run);
 
 int run_solve(SolveOptions& o);
 int run_search(SearchOptions& o);
+int run_merge(MergeOptions& o);
+// The result of a search as `search` prints it (text or --json on standard
+// output, and the JSON also to json_file when given), the summary file, the
+// picture and the warnings; returns the exit status.
+int report_search(Project& p, CliPort& port, const SearchOptions& o, std::ostream* json_file);
 int run_script(const std::vector<std::string>& args);
 
 // --settings PATH, which every command takes: that settings file is read at

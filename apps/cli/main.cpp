@@ -17,6 +17,7 @@ int main(int argc, char** argv)
     cli::add_check_command(app, run);
     cli::add_solve_command(app, run);
     cli::add_search_command(app, run);
+    cli::add_merge_command(app, run);
     cli::add_report_command(app, run);
     cli::add_export_command(app, run);
     cli::add_draw_command(app, run);

@@ -1,7 +1,11 @@
 // tobel search: the stored grid or auto search, as Solve > Grid Search or
 // Solve > Auto Search runs it after its set-up form is confirmed.
+#include <fstream>
 #include <iostream>
+#include <memory>
 #include <stdexcept>
+
+#include "tbb_runner.h"
 
 #include "cli.h"
 #include "cli_port.h"
@@ -12,8 +16,11 @@
 #include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "search/grid_search.h"
+#include "search/parallel_runner.h"
 #include "search/summary.h"
+#include "search/trial.h"
 #include "search_across.h"
+#include "search_parts.h"
 #include "trial.h"
 
 namespace tobel::cli {
@@ -74,6 +81,8 @@ void print_json(const Project& p, const SearchVerdict& v, bool with_trials, std:
     if (v.stopped)
         j["stop_reason"] = latin1_to_utf8(v.stop_reason);
     j["best_on_grid_edge"] = v.on_edge;
+    if (!s.serial_reason.empty())
+        j["searched_on_one_thread"] = s.serial_reason;
     if (with_trials) {
         ordered_json trials = ordered_json::array();
         for (int n = 1; n <= s.summary_count; ++n) {
@@ -110,6 +119,8 @@ void print_text(const Project& p, const SearchVerdict& v, bool with_trials, std:
         out << ", factor of safety from " << format(s.fos_min, "###0.000") << " to "
             << format(s.fos_max, "###0.000");
     out << (v.stopped ? " (stopped)" : "") << "\n";
+    if (!s.serial_reason.empty())
+        out << "Searched on one thread: " << s.serial_reason << "\n";
     if (v.stopped)
         out << "The search was stopped before its end: " << v.stop_reason
             << ". The best record below is the best so far.\n";
@@ -168,7 +179,7 @@ int warn_about_search(const Project& p, const SearchVerdict& v)
 // Opens the file, confirms the search's set-up form and runs the search.
 // Shared with the report command.
 bool run_stored_search(Project& p, CliPort& port, const TrialOptions& trial, bool grid, bool composite,
-                       bool valid_only)
+                       bool valid_only, const std::function<bool(Project&)>& before)
 {
     if (!open_data_file(p, port, trial.file))
         return false;
@@ -183,6 +194,8 @@ bool run_stored_search(Project& p, CliPort& port, const TrialOptions& trial, boo
         std::cerr << "tobel: the search set-up of " << trial.file << " builds no surface\n";
         return false;
     }
+    if (before && !before(p))
+        return false;
     if (grid)
         solve_grid_search(p, port);
     else
@@ -222,7 +235,96 @@ void add_search_command(CLI::App& app, Runner& run)
                                    "classic search keeps the stored X");
     sub->add_option("--aspects", o->aspects, "A1,A2,...: with --across, every aspect ratio of the list")
         ->needs(across);
+    sub->add_option("--threads", o->threads,
+                    "N: evaluate the centres on N threads (default: all cores); the result is that of one "
+                    "thread")
+        ->check(CLI::Range(1, 4096));
+    sub->add_option("--shard", o->shard_text,
+                    "K/N: evaluate only the grid centres k with k % N == K - 1 and write their outcomes to "
+                    "--out, for `tobel merge`");
+    sub->add_option("--out", o->out, "PART.json: where --shard writes its outcomes");
     sub->callback([o, &run] { run = [o] { return run_search(*o); }; });
+}
+
+std::shared_ptr<ParallelRunner> make_runner(int threads)
+{
+    const int n = threads > 0 ? threads : all_cores();
+    if (n <= 1)
+        return nullptr;
+    return std::make_shared<TbbRunner>(n);
+}
+
+int report_search(Project& p, CliPort& port, const SearchOptions& o, std::ostream* json_file)
+{
+    const SearchVerdict v = judge(p, port.stopped);
+    if (o.trial.json)
+        print_json(p, v, o.trials, std::cout);
+    else
+        print_text(p, v, o.trials, std::cout);
+    if (json_file != nullptr)
+        print_json(p, v, o.trials, *json_file);
+    if (!o.summary.empty()) {
+        try {
+            save_search_summary(p, o.summary);
+        } catch (const RuntimeError& e) {
+            std::cerr << "tobel search: " << error_report_text(e) << "\n";
+            return exit_bad_input;
+        }
+    }
+    if (!o.plot.empty() && !write_picture_file(p.pictures.search.picture, o.plot, o.width, o.height))
+        return exit_bad_input;
+    finish_project(p, port);
+    return warn_about_search(p, v);
+}
+
+// --shard: the share of the grid's centres, written to --out; nothing replayed.
+static int run_shard(SearchOptions& o, Project& p, CliPort& port)
+{
+    SearchPart part;
+    part.shard = o.shard;
+    part.shards = o.shards;
+    part.settings = {o.trial.file, o.trial.method, o.composite, o.valid_only};
+    try {
+        part.fingerprint = search_fingerprint(part.settings);
+    } catch (const std::exception& e) {
+        std::cerr << "tobel search: " << e.what() << "\n";
+        return exit_bad_input;
+    }
+    auto run = std::make_shared<ShardRun>(o.shard, o.shards);
+    p.search.exchange = run;
+    const auto alone = [&](Project& q) {
+        const std::string why = carried_state_reason(q);
+        if (why.empty())
+            return true;
+        std::cerr << "tobel search: " << o.trial.file << " cannot be shared among runs: " << why
+                  << "; search it in one run\n";
+        return false;
+    };
+    if (!run_stored_search(p, port, o.trial, true, o.composite, o.valid_only, alone))
+        return exit_bad_input;
+    if (port.stopped || !p.search.stop_reason.empty()) {
+        std::cerr << "tobel search: shard " << o.shard_text << " stopped before its end"
+                  << (p.search.stop_reason.empty() ? "" : ": " + p.search.stop_reason) << "; " << o.out
+                  << " not written\n";
+        return exit_stopped;
+    }
+    part.centres = p.search.point_last + 1;
+    part.outcomes = std::move(run->outcomes);
+    for (const CentreOutcome& c : part.outcomes)
+        if (c.error && c.error_number == 0) {
+            std::cerr << "tobel search: centre " << c.index << " failed; " << o.out << " not written\n";
+            return exit_bad_input;
+        }
+    try {
+        write_search_part(part, o.out);
+    } catch (const std::exception& e) {
+        std::cerr << "tobel search: " << e.what() << "\n";
+        return exit_bad_input;
+    }
+    std::cerr << "tobel search: shard " << o.shard << "/" << o.shards << ": " << part.outcomes.size()
+              << " of " << part.centres << " centres written to " << o.out << "\n";
+    finish_project(p, port);
+    return exit_ok;
 }
 
 int run_search(SearchOptions& o)
@@ -235,12 +337,29 @@ int run_search(SearchOptions& o)
             parse_picture_size(o.size_text, o.width, o.height);
             check_picture_path(o.plot);
         }
+        if (!o.shard_text.empty()) {
+            parse_shard(o.shard_text, o.shard, o.shards);
+            if (!o.grid)
+                throw std::runtime_error("--shard shares a grid search: give --grid");
+            if (o.out.empty())
+                throw std::runtime_error("--shard needs --out PART.json");
+        } else if (!o.out.empty()) {
+            throw std::runtime_error("--out goes with --shard");
+        }
     } catch (const std::exception& e) {
         std::cerr << "tobel search: " << e.what() << "\n";
         return exit_bad_input;
     }
-    if (!o.across.empty())
-        return run_across_search(o, o.across, o.aspects, run_serially);
+    if (!o.across.empty()) {
+        if (!o.shard_text.empty()) {
+            std::cerr << "tobel search: --shard shares the centres of one grid search; give it without "
+                         "--across\n";
+            return exit_bad_input;
+        }
+        const std::shared_ptr<ParallelRunner> threads = make_runner(o.threads);
+        ParallelRunner one_by_one;
+        return run_across_search(o, o.across, o.aspects, threads ? *threads : one_by_one);
+    }
     Project p;
     start_project(p);
     // Progress and boxes go to standard error; the result to standard output.
@@ -254,25 +373,12 @@ int run_search(SearchOptions& o)
         use_picture_size(p, o.width, o.height);
     }
     install_interrupt_handler();
+    p.search.runner = make_runner(o.threads);
+    if (o.shards > 0)
+        return run_shard(o, p, port);
     if (!run_stored_search(p, port, o.trial, o.grid, o.composite, o.valid_only))
         return exit_bad_input;
-    const SearchVerdict v = judge(p, port.stopped);
-    if (o.trial.json)
-        print_json(p, v, o.trials, std::cout);
-    else
-        print_text(p, v, o.trials, std::cout);
-    if (!o.summary.empty()) {
-        try {
-            save_search_summary(p, o.summary);
-        } catch (const RuntimeError& e) {
-            std::cerr << "tobel search: " << error_report_text(e) << "\n";
-            return exit_bad_input;
-        }
-    }
-    if (!o.plot.empty() && !write_picture_file(p.pictures.search.picture, o.plot, o.width, o.height))
-        return exit_bad_input;
-    finish_project(p, port);
-    return warn_about_search(p, v);
+    return report_search(p, port, o, nullptr);
 }
 
 } // namespace tobel::cli

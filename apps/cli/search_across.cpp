@@ -165,7 +165,7 @@ void parse_across(const std::string& across, const std::string& aspects, AcrossS
 }
 
 int run_across_search(const SearchOptions& o, const std::string& across, const std::string& aspects,
-                      const TaskRunner& run)
+                      ParallelRunner& run)
 {
     AcrossSpec spec;
     try {

@@ -16,6 +16,6 @@ void parse_across(const std::string& across, const std::string& aspects, AcrossS
 // Opens the file, runs the searches through `run` and prints the result
 // (text or --json), the picture with --plot; the exit status as for search.
 int run_across_search(const SearchOptions& o, const std::string& across, const std::string& aspects,
-                      const TaskRunner& run);
+                      ParallelRunner& run);
 
 } // namespace tobel::cli

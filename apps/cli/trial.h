@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -57,9 +58,10 @@ bool build_trial_surface(Project& p, CliPort& port, const TrialOptions& o);
 bool prepare_trial(Project& p, CliPort& port, const TrialOptions& o);
 
 // Opens the file, confirms the search's set-up form and runs the search
-// (search, report and draw share it).
+// (search, report and draw share it). `before`, when given, sees the
+// project just before the search and may refuse it by returning false.
 bool run_stored_search(Project& p, CliPort& port, const TrialOptions& trial, bool grid, bool composite,
-                       bool valid_only);
+                       bool valid_only, const std::function<bool(Project&)>& before = nullptr);
 // --grid, --auto, --composite, --valid-only.
 void add_search_options(CLI::App& sub, bool& grid, bool& automatic, bool& composite, bool& valid_only);
 

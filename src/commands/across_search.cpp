@@ -63,23 +63,18 @@ AcrossCell run_across_cell(const Project& base, const AcrossSpec& spec, float x,
     return cell;
 }
 
-AcrossResult across_search(const Project& base, const AcrossSpec& spec, const TaskRunner& run)
+AcrossResult across_search(const Project& base, const AcrossSpec& spec, ParallelRunner& run)
 {
     const std::vector<std::pair<float, float>> pairs = across_pairs(spec);
     AcrossResult result;
     result.cells.resize(pairs.size());
     // Each task writes its own cell only.
-    run(pairs.size(), [&](std::size_t i) {
-        result.cells[i] = run_across_cell(base, spec, pairs[i].first, pairs[i].second);
+    run.run(int(pairs.size()), [&](int i) {
+        const std::size_t k = std::size_t(i);
+        result.cells[k] = run_across_cell(base, spec, pairs[k].first, pairs[k].second);
     });
     total_across(result);
     return result;
-}
-
-void run_serially(std::size_t count, const std::function<void(std::size_t)>& task)
-{
-    for (std::size_t i = 0; i < count; ++i)
-        task(i);
 }
 
 } // namespace tobel

@@ -13,6 +13,7 @@
 
 #include "project/project.h"
 #include "search/across.h"
+#include "search/parallel_runner.h"
 #include "ui/port.h"
 
 namespace tobel {
@@ -28,10 +29,6 @@ struct AcrossSpec {
     std::function<bool()> stop_request; // read by every search between trials; may be empty
 };
 
-// Runs task(0) .. task(count - 1), in any order and on any threads; returns
-// when all have run.
-using TaskRunner = std::function<void(std::size_t count, const std::function<void(std::size_t)>& task)>;
-
 // The (X, aspect) pairs of a spec, in the order of the result's cells.
 std::vector<std::pair<float, float>> across_pairs(const AcrossSpec& spec);
 
@@ -39,11 +36,8 @@ std::vector<std::pair<float, float>> across_pairs(const AcrossSpec& spec);
 // its file): the stored set-up with X and the aspect replaced, then the search.
 AcrossCell run_across_cell(const Project& base, const AcrossSpec& spec, float x, float aspect);
 
-// Every pair of the spec, run through `run`; the cells come back in pair
-// order whatever order they ran in.
-AcrossResult across_search(const Project& base, const AcrossSpec& spec, const TaskRunner& run);
-
-// A runner that runs the tasks one after another.
-void run_serially(std::size_t count, const std::function<void(std::size_t)>& task);
+// Every pair of the spec, run through `run` (one search a task); the cells
+// come back in pair order whatever order and threads they ran on.
+AcrossResult across_search(const Project& base, const AcrossSpec& spec, ParallelRunner& run);
 
 } // namespace tobel

@@ -45,6 +45,9 @@ static void prepare_search(Project& p, Port& port, int mode, float x, float aspe
     s.search_abort = 0;
     s.final_drawing = 0;
     s.stop_reason.clear();
+    // Whatever the grids were given before, the first trial of the search
+    // goes over the whole mesh.
+    forget_solver_work(p.work);
     // 4. The section of the search, drawn without its sliding surface.
     p.ell_x = x;
     p.ell_aspect = aspect;

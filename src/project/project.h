@@ -13,6 +13,7 @@
 #include "project/menus.h"
 #include "project/pictures.h"
 #include "project/search_state.h"
+#include "project/solver_work.h"
 
 namespace tobel {
 
@@ -231,6 +232,9 @@ struct Project {
     // Picture windows and the state of the views
     ViewState view;
     Pictures pictures;
+
+    // Scratch of the builders and solvers between search trials (not saved)
+    SolverWork work;
 };
 
 inline int material_type(const Project& p, int m)

@@ -5,10 +5,16 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace tobel {
+
+// Given by the program that runs a search (search/parallel_runner.h,
+// search/centre_outcome.h); the project only holds them.
+class ParallelRunner;
+class CentreExchange;
 
 // One recorded trial surface. The best record also keeps the stencil point
 // that won in the current auto search round.
@@ -54,6 +60,14 @@ struct SearchState {
     // a centre), so the walk goes on from the best valid centre. A departure
     // from the classic search, where a failed trial (F = 0) wins.
     bool valid_only = false;
+    // How the centres are evaluated: by the runner's threads (none: on the
+    // calling thread), and for a grid search shared among several runs, the
+    // exchange of the centres' outcomes. Choices of the user, like valid_only.
+    std::shared_ptr<ParallelRunner> runner;
+    std::shared_ptr<CentreExchange> exchange;
+    // Why the last search ran on one thread though the runner has more;
+    // empty when it did not.
+    std::string serial_reason;
     // Why the last search ended before its natural end: empty when it ran to
     // its end; "stopped by the user", or the run-time error that ended it.
     std::string stop_reason;

@@ -1,7 +1,9 @@
 #include "search/auto_search.h"
 
 #include <cstddef>
+#include <vector>
 
+#include "search/centre_queue.h"
 #include "search/trial.h"
 
 namespace tobel {
@@ -43,34 +45,49 @@ bool auto_search(Project& p, Port& port, const AutoSearchRecord& r)
     s.round = 0;
     bool accepted = false;
     const float step = r.auto_step;
+    CentreQueue queue(p, port);
     for (;;) {
         // 2.
         build_stencil(s, cy, cz, step);
         skip_range(s.best.best_point, s.skip_from, s.skip_to);
         s.best.best_point = 0;
-        // 3.
+        // 3. The points of the round are evaluated (at once, on several
+        // threads), then taken in order of p as the walk always took them.
+        std::vector<CentreJob> jobs;
         for (int pt = 0; pt <= 8; ++pt) {
             if (pt == 0 && s.round > 0)
                 continue;
             if (point_skipped(pt, s.skip_from, s.skip_to))
                 continue;
+            jobs.push_back({pt, s.stencil_y[std::size_t(pt)], s.stencil_z[std::size_t(pt)], r.auto_point_y,
+                            r.auto_point_z, r.auto_tangent_z, r.auto_radius_step, step, step});
+        }
+        bool no_result = false;
+        const bool ended = queue.run(jobs, [&](const CentreOutcome& o) {
+            const int pt = int(o.index);
             s.current_point = std::int16_t(pt);
-            evaluate_centre(p, port, s.stencil_y[std::size_t(pt)], s.stencil_z[std::size_t(pt)],
-                            r.auto_point_y, r.auto_point_z, r.auto_tangent_z, r.auto_radius_step, step, step);
-            if (s.search_abort != 0) {
-                s.search_abort = 0;
-                s.stop_reason = "stopped by the user";
+            replay_centre(p, port, o, step, step);
+            if (s.search_abort != 0)
+                return false;
+            if (p.surface_out_flag == -1 && s.trial_count == 0) {
+                no_result = true;
                 return false;
             }
-            if (p.surface_out_flag == -1 && s.trial_count == 0)
-                return false;
             // An out-of-bounds point leaves the trial record as it was, which
             // never beats the best.
             if (trial_may_be_best(s) && (s.trial.fos < s.best.fos || !accepted)) {
                 accept_best(p, pt);
                 accepted = true;
             }
+            return true;
+        });
+        if (!ended || s.search_abort != 0) {
+            s.search_abort = 0;
+            s.stop_reason = "stopped by the user";
+            return false;
         }
+        if (no_result)
+            return false;
         // 4.
         if (s.best.best_point == 0)
             break;

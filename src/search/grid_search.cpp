@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "project/numtext.h"
 #include "project/runtime_error.h"
+#include "search/centre_queue.h"
 #include "search/trial.h"
 
 namespace tobel {
@@ -38,15 +40,21 @@ bool grid_search(Project& p, Port& port, const GridSearchRecord& r)
     SearchState& s = p.search;
     s.trial_count = 0;
     s.summary_count = 0;
+    CentreExchange* const exchange = s.exchange.get();
+    const bool replays = exchange == nullptr || exchange->replays();
+    std::vector<CentreJob> jobs;
+    for (long k = 0; k <= s.point_last; ++k)
+        if (exchange == nullptr || exchange->evaluates(k))
+            jobs.push_back({k, s.point_y[std::size_t(k)], s.point_z[std::size_t(k)], r.grid_point_y,
+                            r.grid_point_z, r.grid_tangent_z, r.grid_radius_step, s.grid_dy, s.grid_dz});
+
     long first = 0;
-    for (long k = 0; k <= s.point_last; ++k) {
-        evaluate_centre(p, port, s.point_y[std::size_t(k)], s.point_z[std::size_t(k)], r.grid_point_y,
-                        r.grid_point_z, r.grid_tangent_z, r.grid_radius_step, s.grid_dy, s.grid_dz);
-        if (s.search_abort != 0) {
-            s.search_abort = 0;
-            s.stop_reason = "stopped by the user";
-            return false;
-        }
+    // 4. What one centre's outcome does to the search, in the order of k.
+    auto replay = [&](const CentreOutcome& o) {
+        const long k = o.index;
+        replay_centre(p, port, o, s.grid_dy, s.grid_dz);
+        if (s.search_abort != 0)
+            return;
         if (p.surface_out_flag == -1 || !trial_may_be_best(s)) {
             // The first best is the first centre in bounds (and valid, when
             // only valid results may win).
@@ -55,7 +63,36 @@ bool grid_search(Project& p, Port& port, const GridSearchRecord& r)
         } else if (k == first || s.trial.fos < s.best.fos) {
             accept_best(p, k);
         }
+    };
+    // Centres evaluated by other runs come in between, in order.
+    long next = 0;
+    auto replay_given_until = [&](long k) {
+        for (; next < k && s.search_abort == 0; ++next)
+            if (exchange != nullptr && !exchange->evaluates(next))
+                replay(exchange->given(next));
+    };
+    CentreQueue queue(p, port);
+    const bool ended = queue.run(jobs, [&](const CentreOutcome& o) {
+        if (!replays) {
+            if (!o.cancelled)
+                exchange->evaluated(o);
+            return true;
+        }
+        replay_given_until(o.index);
+        if (s.search_abort == 0)
+            replay(o);
+        next = o.index + 1;
+        return s.search_abort == 0;
+    });
+    if (ended && replays)
+        replay_given_until(s.point_last + 1);
+    if (s.search_abort != 0) {
+        s.search_abort = 0;
+        s.stop_reason = "stopped by the user";
+        return false;
     }
+    if (!replays)
+        return false;
     bool shown = false;
     if (!(s.valid_only && s.best.trial_number == 0) && s.fos_max != 0 && s.fos_min != 0) {
         show_final(p, port, s.grid_dy, s.grid_dz);

@@ -1,10 +1,13 @@
 #include "search/trial.h"
 
+#include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstddef>
 
 #include "project/numtext.h"
 #include "project/runtime_error.h"
+#include "search/recording_port.h"
 #include "solver/bishop_janbu.h"
 #include "solver/checks.h"
 #include "solver/spencer_mp.h"
@@ -14,58 +17,6 @@
 #include "surfaces/wedges.h"
 
 namespace tobel {
-
-// Passes everything to the user's port but remembers a Stop that the solver
-// would otherwise take for itself: during a search Stop ends the search.
-namespace {
-class StopWatchPort : public Port {
-  public:
-    explicit StopWatchPort(Port& inner) : inner_(inner) {}
-    bool stopped = false;
-
-    Answer message_box(const std::string& text, Buttons b, Icon i, const std::string& title) override
-    {
-        return inner_.message_box(text, b, i, title);
-    }
-    std::optional<std::string> input_box(const std::string& prompt, const std::string& title,
-                                         const std::string& initial) override
-    {
-        return inner_.input_box(prompt, title, initial);
-    }
-    std::optional<std::string> open_file_dialog(const std::string& filter,
-                                                const std::string& initial) override
-    {
-        return inner_.open_file_dialog(filter, initial);
-    }
-    std::optional<std::string> save_file_dialog(const std::string& filter, const std::string& initial,
-                                                bool overwrite_prompt) override
-    {
-        return inner_.save_file_dialog(filter, initial, overwrite_prompt);
-    }
-    void progress(const std::string& line) override { inner_.progress(line); }
-    bool yield() override
-    {
-        const bool stop = inner_.yield();
-        if (stop)
-            stopped = true;
-        return stop;
-    }
-    void beep() override { inner_.beep(); }
-    void busy(bool on) override { inner_.busy(on); }
-    void show_text(const std::string& caption, const std::vector<std::string>& lines) override
-    {
-        inner_.show_text(caption, lines);
-    }
-    void show_view(int view_mode, const std::string& caption) override
-    {
-        inner_.show_view(view_mode, caption);
-    }
-    DrawHooks* draw_hooks() override { return inner_.draw_hooks(); }
-
-  private:
-    Port& inner_;
-};
-} // namespace
 
 void init_search(Project& p)
 {
@@ -146,72 +97,116 @@ static void build_trial_surface(Project& p)
     scale_forces(p);
 }
 
+// The row of the mesh whose trace the search picture draws.
+static int trace_row(const Project& p)
+{
+    return std::min<int>(p.view_row < 1 ? 1 : p.view_row, p.num_rows);
+}
+
+static std::vector<float> trace_of(const Project& p)
+{
+    std::vector<float> t;
+    const int r = trace_row(p);
+    if (r < 1 || p.num_cols < 1)
+        return t;
+    t.resize(std::size_t(p.num_cols) + 1, 0.0f);
+    for (int c = 1; c <= p.num_cols; ++c)
+        t[std::size_t(c)] = p.zgrid(r, c, p.sliding_index);
+    return t;
+}
+
+static void put_trace(Project& p, const std::vector<float>& t)
+{
+    const int r = trace_row(p);
+    for (int c = 1; c <= p.num_cols; ++c)
+        p.zgrid(r, c, p.sliding_index) = t[std::size_t(c)];
+}
+
 // Trial markers and traces belong to the search picture, drawn by the
 // port's hooks; the search keeps their count. The best trial so far is
-// drawn once more, tentatively.
-static void plot_trial(Project& p, Port& port, float plot_a, float plot_b, bool best_so_far)
+// drawn once more, tentatively. A trial evaluated elsewhere brings its trace,
+// which stands in the sliding plane while the hooks draw it.
+static void plot_trial(Project& p, Port& port, const RecordedTrial& rt, float plot_a, float plot_b,
+                       bool best_so_far)
 {
     ++p.search.plot_count;
     DrawHooks* const hooks = port.draw_hooks();
     if (hooks == nullptr)
         return;
+    const bool swap = trace_row(p) >= 1 && rt.trace.size() == std::size_t(p.num_cols) + 1;
+    std::vector<float> kept;
+    if (swap) {
+        kept = trace_of(p);
+        put_trace(p, rt.trace);
+    }
     hooks->trial_recorded(p, plot_a, plot_b, false);
     if (best_so_far)
         hooks->trial_recorded(p, plot_a, plot_b, true);
+    if (swap)
+        put_trace(p, kept);
 }
 
-static void solve_trial(Project& p, Port& port)
+// Builds, checks and (when in bounds) solves the trial surface on the
+// working project w. False when the surface is out of bounds.
+static bool solve_surface(Project& w, Port& port, float y, float z, float radius)
 {
-    StopWatchPort watch(port);
-    p.solve_interactive = 0;
+    w.ell_y = y;
+    w.ell_z = z;
+    w.ell_radius = radius;
+    build_trial_surface(w);
+    check_surface(w);
+    if (w.surface_out_flag == -1)
+        return false;
+    w.solve_interactive = 0;
     try {
-        if (p.solution_method == 3 || p.solution_method == 4)
-            solve_spencer_mp(p, watch);
+        if (w.solution_method == 3 || w.solution_method == 4)
+            solve_spencer_mp(w, port);
         else
-            solve_bishop_janbu(p, watch);
+            solve_bishop_janbu(w, port);
     } catch (const RuntimeError&) {
         // A run-time failure of one solution fails that trial, as F = 0.
-        p.factor_of_safety = 0;
+        w.factor_of_safety = 0;
     }
-    if (watch.stopped)
-        p.search.search_abort = -1;
+    return true;
 }
 
-void evaluate_trial(Project& p, Port& port, float y, float z, float radius, float plot_a, float plot_b,
-                    int mode)
+// The trial record the last solve of w gives.
+static RecordedTrial trial_of(const Project& w, float y, float z, float radius, float plot_a, bool trace)
+{
+    RecordedTrial t;
+    t.fos = w.factor_of_safety;
+    t.y = y;
+    t.z = z;
+    t.radius = radius;
+    t.volume = w.slide_volume;
+    t.active = float(w.active_columns);
+    t.third = plot_a;
+    t.unbalance = w.lateral_unbalance;
+    t.weight = w.slide_weight;
+    t.valid = result_flaw(w) == ResultFlaw::none ? -1 : 0;
+    if (trace)
+        t.trace = trace_of(w);
+    return t;
+}
+
+void record_trial(Project& p, Port& port, const RecordedTrial& rt, float plot_a, float plot_b)
 {
     SearchState& s = p.search;
-    p.ell_y = y;
-    p.ell_z = z;
-    p.ell_radius = radius;
-    if (mode != trial_record_only) {
-        build_trial_surface(p);
-        check_surface(p);
-        if (p.surface_out_flag == -1)
-            return;
-        solve_trial(p, port);
-        // A solution cut short by Stop is not a result.
-        if (s.search_abort != 0)
-            return;
-    }
-    if (mode == trial_solve_only)
-        return;
-
     if (s.trial_count == 32767)
         throw RuntimeError(err_overflow, "trial count of the search");
     ++s.trial_count;
     SearchRecord& t = s.trial;
-    t.fos = p.factor_of_safety;
+    t.fos = rt.fos;
     t.trial_number = s.trial_count;
-    t.y = y;
-    t.z = z;
-    t.radius = radius;
-    t.volume = p.slide_volume;
-    t.active = float(p.active_columns);
-    t.third = plot_a;
-    t.unbalance = p.lateral_unbalance;
-    t.weight = p.slide_weight;
-    t.valid = result_flaw(p) == ResultFlaw::none ? -1 : 0;
+    t.y = rt.y;
+    t.z = rt.z;
+    t.radius = rt.radius;
+    t.volume = rt.volume;
+    t.active = rt.active;
+    t.third = rt.third;
+    t.unbalance = rt.unbalance;
+    t.weight = rt.weight;
+    t.valid = rt.valid;
     if (t.valid != 0 && (s.best_valid.trial_number == 0 || t.fos < s.best_valid.fos))
         s.best_valid = t;
 
@@ -236,7 +231,42 @@ void evaluate_trial(Project& p, Port& port, float y, float z, float radius, floa
     // the search before it (that may become the best record).
     const bool best_so_far = (s.fos_range_set == 0 || t.fos < s.fos_min) && trial_may_be_best(s);
     classify_trial(s, t.fos);
-    plot_trial(p, port, plot_a, plot_b, best_so_far);
+    plot_trial(p, port, rt, plot_a, plot_b, best_so_far);
+}
+
+// Shows the boxes of an evaluation on the user's port.
+static void show_boxes(Port& port, const std::vector<CentreEvent>& events)
+{
+    for (const CentreEvent& e : events)
+        if (e.is_box)
+            port.message_box(e.box.text, e.box.buttons, e.box.icon, e.box.title);
+}
+
+void evaluate_trial(Project& p, Port& port, float y, float z, float radius, float plot_a, float plot_b,
+                    int mode)
+{
+    if (mode != trial_record_only) {
+        std::atomic<bool> cancel{false};
+        RecordingPort quiet(cancel, &port);
+        std::vector<CentreEvent> boxes;
+        quiet.events = &boxes;
+        const bool in = solve_surface(p, quiet, y, z, radius);
+        show_boxes(port, boxes);
+        if (!in)
+            return;
+        // A solution cut short by Stop is not a result.
+        if (quiet.cancelled()) {
+            p.search.search_abort = -1;
+            return;
+        }
+    } else {
+        p.ell_y = y;
+        p.ell_z = z;
+        p.ell_radius = radius;
+    }
+    if (mode == trial_solve_only)
+        return;
+    record_trial(p, port, trial_of(p, y, z, radius, plot_a, false), plot_a, plot_b);
 }
 
 // A radius of the line search: z - tangent_z + steps * radius_step, in single.
@@ -245,13 +275,13 @@ static float stepped_radius(float z, float tangent_z, float steps_times_step)
     return float(double(z) - double(tangent_z) + double(steps_times_step));
 }
 
-// True when the last mode-1 trial was in bounds and beat the trial record;
-// with valid results only, it must also be valid.
-static bool improves(const Project& p)
+// True when the last solve of w was in bounds and beat F of the centre's
+// record; with valid results only, it must also be valid.
+static bool improves(const Project& w, float record_fos)
 {
-    if (p.search.valid_only && result_flaw(p) != ResultFlaw::none)
+    if (w.search.valid_only && result_flaw(w) != ResultFlaw::none)
         return false;
-    return p.surface_out_flag != -1 && p.factor_of_safety < p.search.trial.fos;
+    return w.surface_out_flag != -1 && w.factor_of_safety < record_fos;
 }
 
 bool trial_may_be_best(const SearchState& s)
@@ -259,73 +289,205 @@ bool trial_may_be_best(const SearchState& s)
     return !s.valid_only || s.trial.valid != 0;
 }
 
+namespace {
+
+// One centre under evaluation on a working project: its job, what it has
+// recorded so far, and F of its trial record.
+struct CentreRun {
+    Project& w;
+    RecordingPort& port;
+    CentreOutcome& o;
+    const CentreJob& job;
+    bool traces;
+    float record_fos = 0;
+
+    enum Solved { solved, out, cancelled };
+    Solved solve(float radius)
+    {
+        const bool in = solve_surface(w, port, job.y, job.z, radius);
+        if (port.cancelled()) {
+            o.cancelled = true;
+            return cancelled;
+        }
+        return in ? solved : out;
+    }
+    void record(float radius)
+    {
+        CentreEvent e;
+        e.trial = trial_of(w, job.y, job.z, radius, job.plot_a, traces);
+        record_fos = e.trial.fos;
+        o.events.push_back(std::move(e));
+    }
+};
+
+// Steps 5 and 6 of a centre: one step either way, then on in the direction
+// that improved while F keeps falling.
+void step_radius_run(CentreRun& c)
+{
+    const float z = c.job.z, tangent_z = c.job.tangent_z, step = c.job.radius_step;
+    bool improved = false;
+    float r = stepped_radius(z, tangent_z, step);
+    if (c.solve(r) == CentreRun::cancelled)
+        return;
+    if (improves(c.w, c.record_fos)) {
+        c.record(r);
+        c.o.radius_direction = 1;
+        improved = true;
+    }
+    // This test sees the first success, and wins if it is lower still.
+    r = stepped_radius(z, tangent_z, -step);
+    if (c.solve(r) == CentreRun::cancelled)
+        return;
+    if (improves(c.w, c.record_fos)) {
+        c.record(r);
+        c.o.radius_direction = -1;
+        improved = true;
+    }
+    if (!improved)
+        return;
+    c.o.stepped = true;
+    c.o.radius_step_count = 2;
+    for (;;) {
+        // Between steps only a Stop is looked at; a pause waits for the next centre.
+        if (c.port.yield()) {
+            c.o.cancelled = true;
+            return;
+        }
+        const float steps = float(c.o.radius_step_count * c.o.radius_direction) * step;
+        r = stepped_radius(z, tangent_z, steps);
+        if (c.solve(r) == CentreRun::cancelled)
+            return;
+        if (!improves(c.w, c.record_fos))
+            break;
+        c.record(r);
+        ++c.o.radius_step_count;
+    }
+}
+
+void keep_error(CentreOutcome& o)
+{
+    o.error = std::current_exception();
+    try {
+        throw;
+    } catch (const RuntimeError& e) {
+        o.error_number = e.number();
+        o.error_description = e.description();
+    } catch (...) {
+        o.error_number = 0;
+    }
+}
+
+} // namespace
+
+CentreOutcome evaluate_centre_outcome(Project& w, RecordingPort& port, const CentreJob& job, bool traces)
+{
+    CentreOutcome o;
+    o.index = job.index;
+    port.events = &o.events;
+    try {
+        CentreRun c{w, port, o, job, traces};
+        // 1. Tangent to the plane, or through the common point.
+        float radius = 0;
+        if (common_point_mode(w)) {
+            const double dz = double(job.z) - double(job.point_z), dy = double(job.y) - double(job.point_y);
+            radius = float(std::sqrt(dz * dz + dy * dy));
+        } else {
+            radius = float(double(job.z) - double(job.tangent_z));
+        }
+        // 3. (2, the pause, is the search's, before the centre.)
+        const CentreRun::Solved first = c.solve(radius);
+        if (first == CentreRun::solved) {
+            c.record(radius);
+            // 4. Either common point option holds the radius, whatever the search.
+            if (job.radius_step != 0 && w.grid_use_common == 0 && w.auto_use_common == 0)
+                step_radius_run(c); // 5, 6.
+        } else if (first == CentreRun::out) {
+            o.out = true;
+        }
+    } catch (...) {
+        keep_error(o);
+    }
+    port.events = nullptr;
+    return o;
+}
+
+void replay_centre(Project& p, Port& port, const CentreOutcome& o, float plot_a, float plot_b)
+{
+    SearchState& s = p.search;
+    for (const CentreEvent& e : o.events) {
+        if (e.is_box)
+            port.message_box(e.box.text, e.box.buttons, e.box.icon, e.box.title);
+        else
+            record_trial(p, port, e.trial, plot_a, plot_b);
+    }
+    if (o.error)
+        std::rethrow_exception(o.error);
+    if (o.error_number != 0)
+        throw RuntimeError(o.error_number, o.error_description, true);
+    if (o.cancelled) {
+        s.search_abort = -1;
+        return;
+    }
+    p.surface_out_flag = o.out ? -1 : 0;
+    if (o.stepped) {
+        s.radius_direction = o.radius_direction;
+        s.radius_step_count = o.radius_step_count;
+    }
+}
+
 void step_radius(Project& p, Port& port, float y, float z, float tangent_z, float radius_step, float plot_a,
                  float plot_b)
 {
-    SearchState& s = p.search;
-    bool improved = false;
-
-    float r = stepped_radius(z, tangent_z, radius_step);
-    evaluate_trial(p, port, y, z, r, plot_a, plot_b, trial_solve_only);
-    if (s.search_abort == 0 && improves(p)) {
-        s.trial.fos = p.factor_of_safety;
-        evaluate_trial(p, port, y, z, r, plot_a, plot_b, trial_record_only);
-        s.radius_direction = 1;
-        improved = true;
+    CentreJob job;
+    job.y = y;
+    job.z = z;
+    job.tangent_z = tangent_z;
+    job.radius_step = radius_step;
+    job.plot_a = plot_a;
+    job.plot_b = plot_b;
+    CentreOutcome o;
+    std::atomic<bool> cancel{false};
+    RecordingPort quiet(cancel, &port);
+    quiet.events = &o.events;
+    try {
+        CentreRun c{p, quiet, o, job, false};
+        c.record_fos = p.search.trial.fos;
+        step_radius_run(c);
+    } catch (...) {
+        keep_error(o);
     }
-    if (s.search_abort == 0) {
-        // This test sees the first success, and wins if it is lower still.
-        r = stepped_radius(z, tangent_z, -radius_step);
-        evaluate_trial(p, port, y, z, r, plot_a, plot_b, trial_solve_only);
-        if (s.search_abort == 0 && improves(p)) {
-            s.trial.fos = p.factor_of_safety;
-            evaluate_trial(p, port, y, z, r, plot_a, plot_b, trial_record_only);
-            s.radius_direction = -1;
-            improved = true;
-        }
-    }
-
-    if (improved && s.search_abort == 0) {
-        s.radius_step_count = 2;
-        for (;;) {
-            if (search_check_pause(p, port))
-                break;
-            const float steps = float(s.radius_step_count * s.radius_direction) * radius_step;
-            r = stepped_radius(z, tangent_z, steps);
-            evaluate_trial(p, port, y, z, r, plot_a, plot_b, trial_solve_only);
-            if (s.search_abort != 0 || !improves(p))
-                break;
-            s.trial.fos = p.factor_of_safety;
-            evaluate_trial(p, port, y, z, r, plot_a, plot_b, trial_record_only);
-            ++s.radius_step_count;
-        }
-    }
-    p.surface_out_flag = 0;
+    replay_centre(p, port, o, plot_a, plot_b);
 }
 
 void evaluate_centre(Project& p, Port& port, float y, float z, float point_y, float point_z, float tangent_z,
                      float radius_step, float plot_a, float plot_b)
 {
-    // 1. Tangent to the plane, or through the common point.
-    float radius = 0;
-    if (common_point_mode(p)) {
-        const double dz = double(z) - double(point_z), dy = double(y) - double(point_y);
-        radius = float(std::sqrt(dz * dz + dy * dy));
-    } else {
-        radius = float(double(z) - double(tangent_z));
-    }
     // 2.
     if (search_check_pause(p, port))
         return;
-    // 3.
-    evaluate_trial(p, port, y, z, radius, plot_a, plot_b, trial_solve_and_record);
-    if (p.search.search_abort != 0)
-        return;
-    // 4. Either common point option holds the radius, whatever the search.
-    if (radius_step == 0 || p.surface_out_flag == -1 || p.grid_use_common != 0 || p.auto_use_common != 0)
-        return;
-    // 5, 6.
-    step_radius(p, port, y, z, tangent_z, radius_step, plot_a, plot_b);
+    CentreJob job{0, y, z, point_y, point_z, tangent_z, radius_step, plot_a, plot_b};
+    std::atomic<bool> cancel{false};
+    RecordingPort quiet(cancel, &port);
+    const CentreOutcome o = evaluate_centre_outcome(p, quiet, job, false);
+    replay_centre(p, port, o, plot_a, plot_b);
+}
+
+// Why trials of this project depend on the trial before them, so that a
+// centre gives the same result only after the centres before it; empty when
+// every centre stands alone.
+std::string carried_state_reason(const Project& p)
+{
+    for (int m = 1; m <= material_capacity; ++m)
+        if (p.mat_type[std::size_t(m)] == 4)
+            return "a hard layer keeps at each node the strength of the trial before";
+    if (p.solution_method == 3 || p.solution_method == 4)
+        for (int m = 1; m <= material_capacity; ++m)
+            if (p.mat_type[std::size_t(m)] == 3)
+                return "a non-linear base is linearised at the normal stresses of the trial before";
+    if (p.crack_mode == 2)
+        return "a tension crack placed by depth stays where the trial before put it when none is deep "
+               "enough";
+    return {};
 }
 
 void accept_best(Project& p, long point)

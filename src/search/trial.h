@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "project/project.h"
+#include "search/centre_outcome.h"
+#include "search/recording_port.h"
 #include "ui/port.h"
 
 namespace tobel {
@@ -44,6 +46,30 @@ void step_radius(Project& p, Port& port, float y, float z, float tangent_z, floa
 // search.search_abort that the user stopped the search.
 void evaluate_centre(Project& p, Port& port, float y, float z, float point_y, float point_z, float tangent_z,
                      float radius_step, float plot_a, float plot_b);
+
+// The evaluation of a centre on a working project w (the user's own on one
+// thread, a worker's copy on several): steps 1, 3 to 6 of evaluate_centre,
+// with everything the centre would record kept in the outcome instead. The
+// port's boxes go into the outcome; a Stop it reports cancels the centre.
+// Reads of w: the project, search.valid_only; writes: its working state only.
+CentreOutcome evaluate_centre_outcome(Project& w, RecordingPort& port, const CentreJob& job, bool traces);
+
+// Replays an outcome onto the user's project as if the centre had been
+// evaluated there: boxes shown, trials recorded (numbers, summary, range and
+// classes, panel, progress line, picture hooks), then the run-time error it
+// met raised, or search_abort set for a cancelled centre; otherwise
+// surface_out_flag and the radius direction and count as the centre left them.
+void replay_centre(Project& p, Port& port, const CentreOutcome& o, float plot_a, float plot_b);
+
+// Records a trial: the next trial number (a 16-bit count: its overflow is a
+// run-time error), the trial record, the best valid record, the panel and
+// progress line, the summary table, the class and range of F, the plot.
+void record_trial(Project& p, Port& port, const RecordedTrial& t, float plot_a, float plot_b);
+
+// Why a trial of this project depends on the trials before it (then a
+// search must evaluate its centres in order on one project); empty when
+// every centre stands alone.
+std::string carried_state_reason(const Project& p);
 
 // True unless valid results only are asked for and the trial record is not
 // valid: then it may not become the best record.

@@ -10,29 +10,16 @@
 #include "solver/equilibrium_residuals.h"
 #include "solver/external_forces.h"
 #include "solver/lateral_balance.h"
+#include "solver/trial_end.h"
+#include "surfaces/trial_region.h"
 
 namespace tobel {
 
 namespace {
 
 // An active column of the pass with everything that stays fixed over the
-// pass's iterations worked out once, in the same double values that the
-// equations would compute each time. Only a non-linear base changes its
-// strength terms between iterations.
-struct ActiveColumn {
-    std::size_t at = 0; // flat index into the column grids
-    int r = 0, c = 0, m = 0;
-    bool nonlinear = false, warn = false, positive = false;
-    float area = 0, cos_gamma = 0, lat_slope = 0;
-    double sin_a = 0, cos_a = 0;
-    double h_arm = 0;             // H = centre_z - z_s
-    double p_arm = 0, q_arm = 0;  // arms of the normal and the shear force
-    double wl = 0, wl_arm = 0;    // W L and W L col_arm
-    double kwe = 0, kw = 0;       // k W E and k W
-    double u = 0, t = 0, coh = 0; // U = u A, T = tan(phi), C = c A
-    double g = 0;                 // sin(alpha) T / cos(gamma)
-    double c_sin = 0, u_sin_t = 0;
-};
+// pass's iterations (solver_work.h).
+using ActiveColumn = BishopColumn;
 
 struct IterationSums {
     double r = 0, dm = 0, sj = 0, nj = 0;
@@ -47,12 +34,12 @@ struct Failure {
 
 } // namespace
 
-static void strength_terms(const Project& p, ActiveColumn& e)
+static void strength_terms(const Project& p, ActiveColumn& e, TanCache& tc)
 {
     const double area = e.area;
     e.u = double(p.col_pore.v[e.at]) * area;
     e.coh = double(p.col_cohesion.v[e.at]) * area;
-    e.t = std::tan(double(p.col_phi.v[e.at]));
+    e.t = tc.of(p.col_phi.v[e.at]);
     e.g = e.sin_a * e.t / double(e.cos_gamma);
     e.c_sin = e.coh * e.sin_a;
     e.u_sin_t = e.u * e.sin_a * e.t;
@@ -151,8 +138,13 @@ static void solve(Project& p, Port& port)
     const double theta = double(p.deg_to_rad) * double(p.rotation_angle);
     for (auto& w : p.head_water_force)
         w = 0;
-    if (p.rotation_angle != 0)
+    if (p.rotation_angle != 0) {
+        // Turned dips differ beyond any slide: nothing is known there any more.
+        forget_solver_work(p.work);
         rotate_dips(p, theta);
+    }
+    const NodeBox region = trial_region(p);
+    TanCache tan_cache;
     const double cos_t = std::cos(theta);
     const double k = p.eq_coef;
     const int16 first_message = p.message_count;
@@ -165,8 +157,23 @@ static void solve(Project& p, Port& port)
     double l_prev = 0; // lateral factor of the last solved column
     double f = 1, j = 1;
 
+    // The buffers of the last solve, given back at the end.
     std::vector<ActiveColumn> cols;
-    std::vector<std::size_t> row_end(std::size_t(p.num_rows) + 1, 0);
+    std::vector<std::size_t> row_end;
+    cols.swap(p.work.bishop);
+    row_end.swap(p.work.row_end);
+    row_end.assign(std::size_t(p.num_rows) + 1, 0);
+    struct GiveBack {
+        Project& p;
+        std::vector<ActiveColumn>& cols;
+        std::vector<std::size_t>& row_end;
+        ~GiveBack()
+        {
+            cols.swap(p.work.bishop);
+            row_end.swap(p.work.row_end);
+        }
+    } give_back{p, cols, row_end};
+    p.work.swept = false;
 
     auto fail = [&](const Failure& x) {
         add_message(p, arithmetic_failure_text(x.c, x.r, x.m));
@@ -185,8 +192,8 @@ static void solve(Project& p, Port& port)
         p.weight_flat = p.weight_positive = p.weight_negative = p.thrust_positive = 0;
         LateralSums lateral;
         double m_ext = 0, h_ext = 0;
-        p.col_weight.fill(0);
-        p.col_lateral_load.fill(0);
+        fill_box(p.col_weight, region, 0.0f);
+        fill_box(p.col_lateral_load, region, 0.0f);
 
         place_external_forces(p);
         for (int n = 1; n <= p.num_forces; ++n) {
@@ -217,7 +224,10 @@ static void solve(Project& p, Port& port)
                 sw.hooks = pass == 1 ? hooks : nullptr;
                 for (int r = 1; r <= p.num_rows && !failure.failed; ++r) {
                     ColumnRow row;
-                    for (int c = 1; c <= p.num_cols; ++c) {
+                    // Beyond the region every node is inactive and already cleared.
+                    const int c_first = region.has_row(r) ? region.c0 : 1;
+                    const int c_last = region.has_row(r) ? region.c1 : 0;
+                    for (int c = c_first; c <= c_last; ++c) {
                         ColumnScratch cs;
                         sw.sigma_factor = l_prev;
                         const ColumnOutcome out = evaluate_column(p, r, c, sw, row, cs);
@@ -278,7 +288,7 @@ static void solve(Project& p, Port& port)
                         } else {
                             lateral.wt_negative += w * cs.tan_b;
                         }
-                        strength_terms(p, e);
+                        strength_terms(p, e, tan_cache);
                         e.warn = type == 1 && e.t > 0;
                         local_fos(p, e, k);
                         if (!solve_column(p, port, e, f, j, janbu, s)) {
@@ -303,6 +313,8 @@ static void solve(Project& p, Port& port)
                     if (port.yield())
                         p.solve_abort = -1;
                 }
+                if (!failure.failed && pass == 1)
+                    p.work.swept = true;
             } else {
                 std::size_t n = 0;
                 for (int r = 1; r <= p.num_rows && !failure.failed; ++r) {
@@ -315,7 +327,7 @@ static void solve(Project& p, Port& port)
                                 failure = {true, e.c, e.r, e.m};
                                 break;
                             }
-                            strength_terms(p, e);
+                            strength_terms(p, e, tan_cache);
                             local_fos(p, e, k);
                         }
                         if (!solve_column(p, port, e, f, j, janbu, s)) {
@@ -412,6 +424,7 @@ void solve_bishop_janbu(Project& p, Port& port)
 {
     // No residuals of an earlier Spencer solution stand beside this one.
     clear_equilibrium_residuals(p);
+    TrialEnd end(p);
     solve_with_finite_results(p, port, solve);
 }
 

@@ -1,6 +1,7 @@
 #include "solver/checks.h"
 
 #include "report/messages.h"
+#include "surfaces/trial_region.h"
 
 namespace tobel {
 
@@ -9,9 +10,12 @@ void check_surface(Project& p)
     p.message_count = 0;
     p.surface_out_flag = 0;
     const int si = p.sliding_index, nl = p.num_layers;
+    // Row by row, the way the grids are laid out; beyond the trial's region
+    // the plane lies on the ground.
+    const NodeBox region = trial_region(p);
     bool cuts = false;
-    for (int c = 1; c <= p.num_cols && !cuts; ++c)
-        for (int r = 1; r <= p.num_rows; ++r)
+    for (int r = region.r0; r <= region.r1 && !cuts; ++r)
+        for (int c = region.c0; c <= region.c1; ++c)
             if (p.zgrid(r, c, si) != p.zgrid(r, c, nl)) {
                 cuts = true;
                 break;
@@ -19,19 +23,24 @@ void check_surface(Project& p)
     if (!cuts) {
         add_message(p, "  SURFACE DOES NOT INTERSECT GEOMETRY");
         p.surface_out_flag = -1;
+        p.work.armed = false; // no solve follows
         return;
     }
     // Every row must come back to the ground at both ends.
-    auto on_or_above = [&](int r, int c) { return p.zgrid(r, c, si) >= p.zgrid(r, c, nl); };
-    for (int r = 1; r <= p.num_rows; ++r) {
+    // Beyond the region the plane lies on the ground: only its nodes can fail.
+    auto on_or_above = [&](int r, int c) {
+        return !region.has(r, c) || p.zgrid(r, c, si) >= p.zgrid(r, c, nl);
+    };
+    for (int r = region.r0; r <= region.r1; ++r) {
         if (!on_or_above(r, 1) || !on_or_above(r, p.num_cols)) {
             p.surface_out_flag = -1;
+            p.work.armed = false; // no solve follows
             add_message(p, "SLIDING SURFACE OUTSIDE PROBLEM BOUNDARY IN MOTION DIRECTION");
             break;
         }
     }
     // Across the motion it is only a warning; a single row has no such sides.
-    for (int c = 1; c <= p.num_cols; ++c) {
+    for (int c = region.c0; c <= region.c1; ++c) {
         if (!on_or_above(1, c) || !on_or_above(p.num_rows, c)) {
             if (p.num_rows > 1)
                 add_message(p, "SLIDING SURFACE OUTSIDE PROBLEM BOUNDARY IN LATERAL DIRECTION");
@@ -42,6 +51,9 @@ void check_surface(Project& p)
 
 void reset_forces(Project& p)
 {
+    // Every surface command and search set-up starts here, after whatever
+    // changed the grids: the next trial sweeps the whole mesh.
+    forget_solver_work(p.work);
     for (int f = 0; f <= force_capacity; ++f) {
         p.force_v_ignored[f] = 0;
         p.force_h_ignored[f] = 0;

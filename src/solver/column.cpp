@@ -6,6 +6,7 @@
 
 #include "project/numtext.h"
 #include "report/messages.h"
+#include "surfaces/trial_region.h"
 
 namespace tobel {
 
@@ -25,11 +26,16 @@ static bool clear_if_non_finite(float& x)
 NonFiniteResult clear_non_finite_results(Project& p)
 {
     NonFiniteResult first;
+    // A trial's region holds whatever it wrote; beyond it every result is 0.
+    const bool armed = trial_bounded(p);
+    const NodeBox& b = p.work.region;
     for (auto* g : {&p.col_weight, &p.col_area, &p.col_pore, &p.col_phi, &p.col_cohesion, &p.col_cos_gamma,
                     &p.col_normal, &p.col_fos, &p.col_lat_slope, &p.col_arm, &p.col_lateral_load,
                     &p.col_eff_thrust, &p.col_thrust_height, &p.col_shear_ratio}) {
-        for (int r = 0; r <= g->rows; ++r)
-            for (int c = 0; c <= g->cols; ++c) {
+        const int r0 = armed ? b.r0 : 0, r1 = armed ? b.r1 : g->rows;
+        const int c0 = armed ? b.c0 : 0, c1 = armed ? b.c1 : g->cols;
+        for (int r = r0; r <= r1; ++r)
+            for (int c = c0; c <= c1; ++c) {
                 if (!clear_if_non_finite((*g)(r, c)))
                     continue;
                 // The first in solving order: row by row, column by column.

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "project/numtext.h"
+#include "surfaces/trial_region.h"
 
 namespace tobel {
 
@@ -29,6 +30,8 @@ EquilibriumSums equilibrium_sums(const Project& p)
         h_ext -= double(p.force_h[std::size_t(n)]);
         m_ext += (double(p.force_z[std::size_t(n)]) - cz) * double(p.force_h[std::size_t(n)]);
     }
+    // Beyond the trial's region no node is active.
+    const NodeBox region = trial_region(p);
     double head_sum = 0;
     for (int r = 1; r <= p.num_rows; ++r) {
         const std::size_t ri = std::size_t(r);
@@ -36,7 +39,8 @@ EquilibriumSums equilibrium_sums(const Project& p)
         m_ext += (cz - double(p.head_water_z[ri])) * wh + (cz - double(p.crack_water_z[ri])) * wc;
         // The head thrust enters the force balance as the thrust into the row's first column.
         bool active_row = false;
-        for (int c = 1; c <= p.num_cols && !active_row; ++c)
+        const int c_last = region.has_row(r) ? region.c1 : 0;
+        for (int c = region.c0; c <= c_last && !active_row; ++c)
             active_row = std::abs(double(p.zgrid(r, c, si)) - double(p.zgrid(r, c, nl))) >= 0.001;
         if (active_row)
             head_sum += wh;
@@ -45,8 +49,8 @@ EquilibriumSums equilibrium_sums(const Project& p)
     // 2. The columns, with the active test of the column evaluation.
     double resist_f = 0, load_f = 0, drive_f = 0;
     double resist_m = 0, load_m = 0;
-    for (int r = 1; r <= p.num_rows; ++r) {
-        for (int c = 1; c <= p.num_cols; ++c) {
+    for (int r = region.r0; r <= region.r1; ++r) {
+        for (int c = region.c0; c <= region.c1; ++c) {
             const double zs = p.zgrid(r, c, si), zg = p.zgrid(r, c, nl);
             if (!(std::abs(zs - zg) >= 0.001))
                 continue;

@@ -1,5 +1,6 @@
 #include "solver/spencer_mp.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -9,28 +10,15 @@
 #include "solver/column.h"
 #include "solver/equilibrium_residuals.h"
 #include "solver/external_forces.h"
+#include "solver/trial_end.h"
+#include "surfaces/trial_region.h"
 
 namespace tobel {
 
 namespace {
 
-// An active column of the round, with what stays fixed over the round's F
-// iterations. Only a non-linear base changes its strength terms.
-struct SpencerColumn {
-    std::size_t at = 0; // flat index into the column grids
-    int r = 0, c = 0, m = 0;
-    bool nonlinear = false;
-    bool prev_active = false; // node c - 1 is active in this round
-    double w = 0, area = 0, pore = 0, cos_g = 0;
-    double sin_a = 0, cos_a = 0, tan_a = 0, tan_b = 0;
-    double zs = 0, zg = 0, f = 0;
-    double u = 0, t = 0, coh = 0; // U = u A, T = tan(phi), C = c A
-};
-
-struct RowRange {
-    std::size_t begin = 0, end = 0;
-    double weight = 0; // sum of W over the row's active columns
-};
+// An active column of the round and a row's share of them (solver_work.h).
+using RowRange = SpencerRow;
 
 // What runs along a row during one iteration.
 struct RowState {
@@ -104,11 +92,11 @@ static std::string m_alpha_text(double ma, int c, int r, int m)
            str(m);
 }
 
-static void strength_terms(const Project& p, SpencerColumn& e)
+static void strength_terms(const Project& p, SpencerColumn& e, TanCache& tc)
 {
     e.u = double(p.col_pore.v[e.at]) * e.area;
     e.coh = double(p.col_cohesion.v[e.at]) * e.area;
-    e.t = std::tan(double(p.col_phi.v[e.at]));
+    e.t = tc.of(p.col_phi.v[e.at]);
 }
 
 // The local factor leaves the pore force out; here the earthquake term is
@@ -122,33 +110,76 @@ static void local_fos(Project& p, const SpencerColumn& e, double k)
 // The interslice function of Spencer (1 everywhere) or of Morgenstern-Price
 // (a half sine over the slide, with 3.1415 for pi). Method 5 keeps what the
 // slice holds.
-static void interslice_function(Project& p, int method)
+struct Interslice {
+    int method = 3;
+    double y_lo = 0, span = 0; // of the half sine
+
+    // The value at column c, as the slice holds it.
+    float at(const Project& p, int c) const
+    {
+        if (method == 3)
+            return 1;
+        const double ymin = p.y_min, cs = p.col_spacing;
+        return float(std::sin((ymin + double(c - 1) * cs - y_lo) * 3.1415 / span));
+    }
+};
+
+// Writes the function over the region; beyond it the whole sweep would
+// write it too, but the first set-up puts 0 back at every inactive node.
+static Interslice interslice_function(Project& p, int method, const NodeBox& region)
 {
     const int si = p.sliding_index, nl = p.num_layers;
+    Interslice f;
+    f.method = method;
     if (method == 3) {
-        for (int r = 1; r <= p.num_rows; ++r)
-            for (int c = 1; c <= p.num_cols; ++c)
+        for (int r = region.r0; r <= region.r1; ++r)
+            for (int c = region.c0; c <= region.c1; ++c)
                 p.zgrid(r, c, si + 1) = 1;
-        return;
+        return f;
     }
     if (method != 4)
-        return;
+        return f;
+    // The slide's thickness is 0 beyond the region.
     int c_min = 999999, c_max = 0;
-    for (int r = 1; r <= p.num_rows; ++r)
-        for (int c = 1; c <= p.num_cols; ++c)
+    for (int r = region.r0; r <= region.r1; ++r)
+        for (int c = region.c0; c <= region.c1; ++c)
             if (double(p.zgrid(r, c, nl)) - double(p.zgrid(r, c, si)) > 0) {
                 if (c > c_max)
                     c_max = c;
                 if (c < c_min)
                     c_min = c;
             }
-    p.col_thrust_height.fill(0);
+    fill_box(p.col_thrust_height, region, 0.0f);
     const double ymin = p.y_min, cs = p.col_spacing;
-    const double y_lo = ymin + double(c_min - 1) * cs;
-    const double span = (ymin + double(c_max - 1) * cs) - y_lo;
-    for (int r = 1; r <= p.num_rows; ++r)
-        for (int c = 1; c <= p.num_cols; ++c)
-            p.zgrid(r, c, si + 1) = float(std::sin((ymin + double(c - 1) * cs - y_lo) * 3.1415 / span));
+    f.y_lo = ymin + double(c_min - 1) * cs;
+    f.span = (ymin + double(c_max - 1) * cs) - f.y_lo;
+    for (int c = region.c0; c <= region.c1; ++c) {
+        const float v = f.at(p, c);
+        for (int r = region.r0; r <= region.r1; ++r)
+            p.zgrid(r, c, si + 1) = v;
+    }
+    return f;
+}
+
+// Where the first set-up of a solve stands: the nodes up to (r, c) in
+// solving order have been visited.
+struct SetupPoint {
+    bool open = false;
+    int r = 0, c = 0;
+};
+
+// A bounded solve that stops within its first set-up: the whole sweep would
+// have left the interslice function at every node not yet visited, beyond
+// the region as well. Nothing is known of the mesh any more.
+static void leave_interslice_beyond(Project& p, const Interslice& f, const NodeBox& region,
+                                    const SetupPoint& at)
+{
+    const int si = p.sliding_index;
+    for (int r = std::max(at.r, 1); r <= p.num_rows; ++r)
+        for (int c = r == at.r ? at.c + 1 : 1; c <= p.num_cols; ++c)
+            if (!region.has(r, c))
+                p.zgrid(r, c, si + 1) = f.at(p, c);
+    forget_solver_work(p.work);
 }
 
 static void solve(Project& p, Port& port)
@@ -178,17 +209,29 @@ static void solve(Project& p, Port& port)
     const double gw = p.unit_weight_water;
     const int limit = two_d ? 40 : 400;
 
-    interslice_function(p, method);
+    const NodeBox region = trial_region(p);
+    const bool bounded = trial_bounded(p);
+    const Interslice fn = interslice_function(p, method, region);
     double fmax = 0;
     bool f_finite = true;
-    for (int r = 1; r <= num_rows; ++r)
-        for (int c = 1; c <= num_cols; ++c) {
-            const double f = p.zgrid(r, c, si + 1);
-            if (!std::isfinite(f))
-                f_finite = false;
-            else if (f > fmax)
-                fmax = f;
-        }
+    auto take = [&](double f) {
+        if (!std::isfinite(f))
+            f_finite = false;
+        else if (f > fmax)
+            fmax = f;
+    };
+    if (bounded) {
+        // The function depends on the column alone, over the whole mesh.
+        if (num_rows >= 1)
+            for (int c = 1; c <= num_cols; ++c)
+                take(fn.at(p, c));
+    } else {
+        for (int r = 1; r <= num_rows; ++r)
+            for (int c = 1; c <= num_cols; ++c)
+                take(p.zgrid(r, c, si + 1));
+    }
+    SetupPoint setup_at;
+    setup_at.open = bounded;
     LambdaSearch ls;
     ls.fmax = fmax;
     ls.lambda = 1;
@@ -198,13 +241,40 @@ static void solve(Project& p, Port& port)
         // A slide of one column has no span for the half sine.
         add_message(p, "ARITHMETIC FAILURE IN THE INTERSLICE FUNCTION");
         p.factor_of_safety = 0;
+        if (bounded)
+            leave_interslice_beyond(p, fn, region, setup_at);
         return;
     }
     p.lambda_coef = ls.lambda;
     p.iteration_count = 0;
 
+    // The buffers of the last solve, given back at the end.
     std::vector<SpencerColumn> cols;
-    std::vector<RowRange> rows(std::size_t(num_rows) + 1);
+    std::vector<RowRange> rows;
+    cols.swap(p.work.spencer);
+    rows.swap(p.work.spencer_rows);
+    rows.assign(std::size_t(num_rows) + 1, RowRange{});
+    struct GiveBack {
+        Project& p;
+        std::vector<SpencerColumn>& cols;
+        std::vector<RowRange>& rows;
+        ~GiveBack()
+        {
+            cols.swap(p.work.spencer);
+            rows.swap(p.work.spencer_rows);
+        }
+    } give_back{p, cols, rows};
+    p.work.swept = false;
+    TanCache tan_cache;
+    // The set-up of a round whose sliding plane did not change stands for
+    // every later round: the same columns, weights and forces.
+    bool setup_kept = false;
+    float kept_weight = 0, kept_area = 0, kept_volume = 0, kept_ext_vertical = 0;
+    // A set-up cut short within the first round, in a bounded solve.
+    auto stopped_in_setup = [&] {
+        if (setup_at.open)
+            leave_interslice_beyond(p, fn, region, setup_at);
+    };
     double f_s = 1;        // F
     double m_ext = 0;      // moment of the external forces and water thrusts
     double lat_moment = 0; // moment of the lateral components about the centre
@@ -338,237 +408,293 @@ static void solve(Project& p, Port& port)
         return true;
     };
 
-    for (;;) { // a lambda round
-        ++ls.round;
-        lam_f = ls.lambda;
-        lam = lam_f;
-        p.lambda_coef = lam_f;
-        p.thrust_ratio_max = -1000000000.0f;
-        p.thrust_ratio_min = 1000000000.0f;
-        p.thrust_ratio_mean = 0;
-        ratio_count = 0;
-        p.vol_thrust_inside = p.vol_thrust_middle = p.vol_tension = p.vol_overstressed = 0;
-        f_s = 1;
-        int i = 0;
-        p.slide_weight = p.slide_area = p.slide_volume = 0;
-        p.head_water_sum = p.crack_water_sum = 0;
-        // Cleared with the round as in the Bishop pass, so that the panel's
-        // vertical external force is the force applied once, not once per round.
-        p.ext_vertical_sum = 0;
-        p.col_weight.fill(0);
-        m_ext = 0;
-        double h_ext = 0;
-        place_external_forces(p);
-        for (int n = 1; n <= p.num_forces; ++n) {
-            if (p.force_h_ignored[n] != 0)
-                continue;
-            m_ext = m_ext + (double(p.force_z[n]) - cz) * double(p.force_h[n]);
-            h_ext = h_ext - double(p.force_h[n]);
-        }
-        if (p.num_forces > 0)
-            p.ext_horizontal_sum = float(h_ext);
-        last_pass = false;
-        p.moment_shear = 0;
-        p.moment_other = 0;
-        double fp = 0, rp = 0;
+    try {
+        for (;;) { // a lambda round
+            ++ls.round;
+            lam_f = ls.lambda;
+            lam = lam_f;
+            p.lambda_coef = lam_f;
+            p.thrust_ratio_max = -1000000000.0f;
+            p.thrust_ratio_min = 1000000000.0f;
+            p.thrust_ratio_mean = 0;
+            ratio_count = 0;
+            p.vol_thrust_inside = p.vol_thrust_middle = p.vol_tension = p.vol_overstressed = 0;
+            f_s = 1;
+            int i = 0;
+            p.slide_weight = p.slide_area = p.slide_volume = 0;
+            p.head_water_sum = p.crack_water_sum = 0;
+            // Cleared with the round as in the Bishop pass, so that the panel's
+            // vertical external force is the force applied once, not once per round.
+            p.ext_vertical_sum = 0;
+            m_ext = 0;
+            double h_ext = 0;
+            if (setup_kept) {
+                p.slide_weight = kept_weight;
+                p.slide_area = kept_area;
+                p.slide_volume = kept_volume;
+                p.ext_vertical_sum = kept_ext_vertical;
+            } else {
+                fill_box(p.col_weight, region, 0.0f);
+                place_external_forces(p);
+            }
+            bool head_removed = false;
+            for (int n = 1; n <= p.num_forces; ++n) {
+                if (p.force_h_ignored[n] != 0)
+                    continue;
+                m_ext = m_ext + (double(p.force_z[n]) - cz) * double(p.force_h[n]);
+                h_ext = h_ext - double(p.force_h[n]);
+            }
+            if (p.num_forces > 0)
+                p.ext_horizontal_sum = float(h_ext);
+            last_pass = false;
+            p.moment_shear = 0;
+            p.moment_other = 0;
+            double fp = 0, rp = 0;
 
-        for (;;) { // an F iteration
-            ++i;
-            ++p.iteration_count;
-            p.active_columns = 0;
-            p.neg_normal_sum = 0;
-            p.lateral_unbalance = 0;
-            lat_moment = 0;
-            double g_sum = 0;
-            sum_a1 = 0;
-            if (i == 1)
-                cols.clear();
+            for (;;) { // an F iteration
+                ++i;
+                ++p.iteration_count;
+                p.active_columns = 0;
+                p.neg_normal_sum = 0;
+                p.lateral_unbalance = 0;
+                lat_moment = 0;
+                double g_sum = 0;
+                sum_a1 = 0;
+                if (i == 1 && !setup_kept)
+                    cols.clear();
+                if (i == 1 && setup_kept)
+                    p.active_columns = std::int32_t(cols.size());
 
-            for (int r = 1; r <= num_rows; ++r) {
-                const std::size_t ri = std::size_t(r);
-                if (p.iteration_count == 1) {
-                    p.head_water_force[ri] = 0;
-                    p.row_thrust_arm[ri] = 0;
-                }
-                RowState rs;
-                rs.e = -double(p.head_water_force[ri]);
-                rs.arm = p.row_thrust_arm[ri];
-                RowRange& range = rows[ri];
-                if (i == 1) {
-                    // Set-up of the round, column by column.
-                    range.begin = cols.size();
-                    range.weight = 0;
-                    ColumnSwitches sw;
-                    sw.setup = true;
-                    sw.head_test = p.iteration_count == 1;
-                    sw.bishop_janbu = false;
-                    sw.sigma_factor = 1;
-                    // A column is drawn once, in the very first iteration.
-                    sw.hooks = p.iteration_count == 1 ? hooks : nullptr;
-                    ColumnRow row;
-                    bool prev_active = false;
-                    for (int c = 1; c <= num_cols; ++c) {
-                        ColumnScratch sc;
-                        const ColumnOutcome out = evaluate_column(p, r, c, sw, row, sc);
-                        if (out == ColumnOutcome::failed) {
-                            failure = {true, c, r, sc.material, false};
-                            break;
-                        }
-                        if (out != ColumnOutcome::active) {
-                            p.col_eff_thrust(r, c) = 0;
-                            p.zgrid(r, c, si + 1) = 0;
-                            p.col_shear_ratio(r, c) = 0;
-                            if (out == ColumnOutcome::head_removed)
-                                p.row_thrust_arm[ri] = float(sc.head_h / 3);
-                            prev_active = false;
-                            continue;
-                        }
-                        SpencerColumn e;
-                        e.at = std::size_t(r) * std::size_t(p.col_weight.cols + 1) + std::size_t(c);
-                        e.r = r;
-                        e.c = c;
-                        e.m = sc.material;
-                        e.nonlinear = p.mat_type[e.m] == 3;
-                        e.prev_active = prev_active;
-                        prev_active = true;
-                        e.w = p.col_weight.v[e.at];
-                        e.area = p.col_area.v[e.at];
-                        e.pore = p.col_pore.v[e.at];
-                        e.cos_g = p.col_cos_gamma.v[e.at];
-                        e.sin_a = sc.sin_a;
-                        e.cos_a = sc.cos_a;
-                        e.tan_a = sc.sin_a / sc.cos_a;
-                        e.tan_b = sc.tan_b;
-                        e.zs = sc.zs;
-                        e.zg = sc.zg;
-                        e.f = p.zgrid(r, c, si + 1);
-                        strength_terms(p, e);
-                        local_fos(p, e, k);
-                        range.weight += e.w;
-                        if (!equations(e, rs)) {
-                            failure = {true, c, r, e.m, false};
-                            break;
-                        }
-                        cols.push_back(e);
+                for (int r = 1; r <= num_rows; ++r) {
+                    const std::size_t ri = std::size_t(r);
+                    if (p.iteration_count == 1) {
+                        p.head_water_force[ri] = 0;
+                        p.row_thrust_arm[ri] = 0;
                     }
-                    range.end = cols.size();
-                } else {
-                    for (std::size_t n = range.begin; n < range.end; ++n) {
-                        SpencerColumn& e = cols[n];
-                        if (e.nonlinear) {
-                            // Linearised again at the normal stress the column holds.
-                            if (!column_strength(p, e.r, e.c, e.m, p.col_normal.v[e.at], false)) {
+                    RowState rs;
+                    rs.e = -double(p.head_water_force[ri]);
+                    rs.arm = p.row_thrust_arm[ri];
+                    RowRange& range = rows[ri];
+                    if (i == 1 && setup_kept) {
+                        for (std::size_t n = range.begin; n < range.end; ++n) {
+                            SpencerColumn& e = cols[n];
+                            if (e.nonlinear) {
+                                // Back to the strength of the set-up.
+                                p.col_phi.v[e.at] = e.phi0;
+                                p.col_cohesion.v[e.at] = e.coh0;
+                                strength_terms(p, e, tan_cache);
+                                local_fos(p, e, k);
+                            }
+                            if (!equations(e, rs)) {
                                 failure = {true, e.c, e.r, e.m, false};
                                 break;
                             }
-                            strength_terms(p, e);
-                            local_fos(p, e, k);
                         }
-                        if (!equations(e, rs)) {
-                            failure = {true, e.c, e.r, e.m, false};
+                    } else if (i == 1) {
+                        // Set-up of the round, column by column.
+                        range.begin = cols.size();
+                        range.weight = 0;
+                        ColumnSwitches sw;
+                        sw.setup = true;
+                        sw.head_test = p.iteration_count == 1;
+                        sw.bishop_janbu = false;
+                        sw.sigma_factor = 1;
+                        // A column is drawn once, in the very first iteration.
+                        sw.hooks = p.iteration_count == 1 ? hooks : nullptr;
+                        ColumnRow row;
+                        bool prev_active = false;
+                        // Beyond the region every node is inactive and already cleared.
+                        const int c_first = region.has_row(r) ? region.c0 : 1;
+                        const int c_last = region.has_row(r) ? region.c1 : 0;
+                        for (int c = c_first; c <= c_last; ++c) {
+                            ColumnScratch sc;
+                            setup_at.r = r;
+                            setup_at.c = c;
+                            const ColumnOutcome out = evaluate_column(p, r, c, sw, row, sc);
+                            if (out == ColumnOutcome::failed) {
+                                failure = {true, c, r, sc.material, false};
+                                break;
+                            }
+                            if (out != ColumnOutcome::active) {
+                                p.col_eff_thrust(r, c) = 0;
+                                p.zgrid(r, c, si + 1) = 0;
+                                p.col_shear_ratio(r, c) = 0;
+                                if (out == ColumnOutcome::head_removed) {
+                                    p.row_thrust_arm[ri] = float(sc.head_h / 3);
+                                    head_removed = true;
+                                }
+                                prev_active = false;
+                                continue;
+                            }
+                            SpencerColumn e;
+                            e.at = std::size_t(r) * std::size_t(p.col_weight.cols + 1) + std::size_t(c);
+                            e.r = r;
+                            e.c = c;
+                            e.m = sc.material;
+                            e.nonlinear = p.mat_type[e.m] == 3;
+                            e.prev_active = prev_active;
+                            prev_active = true;
+                            e.w = p.col_weight.v[e.at];
+                            e.area = p.col_area.v[e.at];
+                            e.pore = p.col_pore.v[e.at];
+                            e.cos_g = p.col_cos_gamma.v[e.at];
+                            e.sin_a = sc.sin_a;
+                            e.cos_a = sc.cos_a;
+                            e.tan_a = sc.sin_a / sc.cos_a;
+                            e.tan_b = sc.tan_b;
+                            e.zs = sc.zs;
+                            e.zg = sc.zg;
+                            e.f = p.zgrid(r, c, si + 1);
+                            e.phi0 = p.col_phi.v[e.at];
+                            e.coh0 = p.col_cohesion.v[e.at];
+                            strength_terms(p, e, tan_cache);
+                            local_fos(p, e, k);
+                            range.weight += e.w;
+                            if (!equations(e, rs)) {
+                                failure = {true, c, r, e.m, false};
+                                break;
+                            }
+                            cols.push_back(e);
+                        }
+                        range.end = cols.size();
+                    } else {
+                        for (std::size_t n = range.begin; n < range.end; ++n) {
+                            SpencerColumn& e = cols[n];
+                            if (e.nonlinear) {
+                                // Linearised again at the normal stress the column holds.
+                                if (!column_strength(p, e.r, e.c, e.m, p.col_normal.v[e.at], false)) {
+                                    failure = {true, e.c, e.r, e.m, false};
+                                    break;
+                                }
+                                strength_terms(p, e, tan_cache);
+                                local_fos(p, e, k);
+                            }
+                            if (!equations(e, rs)) {
+                                failure = {true, e.c, e.r, e.m, false};
+                                break;
+                            }
+                        }
+                    }
+                    if (failure.failed)
+                        break;
+                    // Every node of the row has been visited.
+                    setup_at.r = r;
+                    setup_at.c = num_cols;
+
+                    // End of the row.
+                    if (port.yield())
+                        p.solve_abort = -1;
+                    const double hwf = p.head_water_force[ri];
+                    if (rs.a1 == 0) {
+                        p.row_coef[ri] = 0;
+                    } else {
+                        // The vertical coefficient that closes the row's thrust.
+                        p.row_coef[ri] = float((rs.a1 + rs.a3 - hwf) / rs.a2);
+                        if (!std::isfinite(p.row_coef[ri])) {
+                            failure = {true, 0, r, 0, true};
                             break;
                         }
                     }
+                    g_sum += range.weight * double(p.row_coef[ri]);
+                    if (i == 1) {
+                        const double cwf = p.crack_water_force[ri];
+                        m_ext = m_ext + (cz - double(p.head_water_z[ri])) * hwf +
+                                (cz - double(p.crack_water_z[ri])) * cwf;
+                        p.head_water_sum = float(double(p.head_water_sum) - hwf);
+                        p.crack_water_sum = float(double(p.crack_water_sum) + cwf);
+                    }
+                    sum_a1 += rs.a1;
                 }
-                if (failure.failed)
-                    break;
-
-                // End of the row.
-                if (port.yield())
-                    p.solve_abort = -1;
-                const double hwf = p.head_water_force[ri];
-                if (rs.a1 == 0) {
-                    p.row_coef[ri] = 0;
-                } else {
-                    // The vertical coefficient that closes the row's thrust.
-                    p.row_coef[ri] = float((rs.a1 + rs.a3 - hwf) / rs.a2);
-                    if (!std::isfinite(p.row_coef[ri])) {
-                        failure = {true, 0, r, 0, true};
-                        break;
+                if (i > 1)
+                    p.active_columns = std::int32_t(cols.size());
+                if (i == 1 && !failure.failed) {
+                    if (ls.round == 1)
+                        p.work.swept = true;
+                    setup_at.open = false;
+                    if (!setup_kept && !head_removed) {
+                        setup_kept = true;
+                        kept_weight = p.slide_weight;
+                        kept_area = p.slide_area;
+                        kept_volume = p.slide_volume;
+                        kept_ext_vertical = p.ext_vertical_sum;
                     }
                 }
-                g_sum += range.weight * double(p.row_coef[ri]);
-                if (i == 1) {
-                    const double cwf = p.crack_water_force[ri];
-                    m_ext = m_ext + (cz - double(p.head_water_z[ri])) * hwf +
-                            (cz - double(p.crack_water_z[ri])) * cwf;
-                    p.head_water_sum = float(double(p.head_water_sum) - hwf);
-                    p.crack_water_sum = float(double(p.crack_water_sum) + cwf);
+                if (failure.failed) {
+                    stopped_in_setup();
+                    add_message(p, failure.sums ? std::string("ARITHMETIC FAILURE IN THE SUMS OF THE MASS")
+                                                : arithmetic_failure_text(failure.c, failure.r, failure.m));
+                    p.factor_of_safety = 0;
+                    return;
                 }
-                sum_a1 += rs.a1;
-            }
-            if (i > 1)
-                p.active_columns = std::int32_t(cols.size());
-            if (failure.failed) {
-                add_message(p, failure.sums ? std::string("ARITHMETIC FAILURE IN THE SUMS OF THE MASS")
-                                            : arithmetic_failure_text(failure.c, failure.r, failure.m));
-                p.factor_of_safety = 0;
-                return;
+
+                if (i == 1) {
+                    if (sum_a1 == 0) { // no driving force: F stands
+                        empty = true;
+                        break;
+                    }
+                    if (p.active_columns < limit && p.iteration_count == 1)
+                        add_message(p, "LESS THAN " + str(limit) + " ACTIVE COLUMNS FOR THIS SURFACE");
+                }
+                if (last_pass)
+                    break;
+                const double rf = g_sum - h_ext;
+                if (p.solve_abort == -1) {
+                    p.solve_abort = 0;
+                    port.busy(false);
+                    port.message_box("This solution has been aborted!", Buttons::ok, Icon::warning, "TOB");
+                    p.factor_of_safety = 0;
+                    return;
+                }
+                if (interactive) {
+                    port.progress("    Iteration " + str(int(p.iteration_count)));
+                    port.progress("    Interim F. of S. = " + format(f_s, "####0.00"));
+                }
+                if (i == 1) {
+                    fp = f_s;
+                    rp = rf;
+                    f_s = 1.5;
+                    continue;
+                }
+                if (i > 100 || ls.round > 30 || rp == rf) {
+                    port.busy(false);
+                    port.message_box("THIS SOLUTION IS NOT CONVERGING, TRY A DIFFERENT METHOD", Buttons::ok,
+                                     Icon::critical, "TOBEL-3");
+                    p.factor_of_safety = 0;
+                    return;
+                }
+                const double fc = f_s;
+                f_s = next_factor(fp, rp, fc, rf);
+                if (!std::isfinite(f_s)) {
+                    add_message(p, "ARITHMETIC FAILURE IN THE SUMS OF THE MASS");
+                    p.factor_of_safety = 0;
+                    return;
+                }
+                if (std::abs(f_s - fc) > 0.002) {
+                    fp = fc;
+                    rp = rf;
+                    continue;
+                }
+                // Accepted: one more iteration at this F, the last pass, gives the thrusts.
+                last_pass = true;
             }
 
-            if (i == 1) {
-                if (sum_a1 == 0) { // no driving force: F stands
-                    empty = true;
-                    break;
-                }
-                if (p.active_columns < limit && p.iteration_count == 1)
-                    add_message(p, "LESS THAN " + str(limit) + " ACTIVE COLUMNS FOR THIS SURFACE");
-            }
-            if (last_pass)
+            if (empty || method == 5)
                 break;
-            const double rf = g_sum - h_ext;
-            if (p.solve_abort == -1) {
-                p.solve_abort = 0;
-                port.busy(false);
-                port.message_box("This solution has been aborted!", Buttons::ok, Icon::warning, "TOB");
-                p.factor_of_safety = 0;
-                return;
-            }
-            if (interactive) {
-                port.progress("    Iteration " + str(int(p.iteration_count)));
-                port.progress("    Interim F. of S. = " + format(f_s, "####0.00"));
-            }
-            if (i == 1) {
-                fp = f_s;
-                rp = rf;
-                f_s = 1.5;
-                continue;
-            }
-            if (i > 100 || ls.round > 30 || rp == rf) {
-                port.busy(false);
-                port.message_box("THIS SOLUTION IS NOT CONVERGING, TRY A DIFFERENT METHOD", Buttons::ok,
-                                 Icon::critical, "TOBEL-3");
-                p.factor_of_safety = 0;
-                return;
-            }
-            const double fc = f_s;
-            f_s = next_factor(fp, rp, fc, rf);
-            if (!std::isfinite(f_s)) {
+            const double rm = double(p.moment_shear) + double(p.moment_other) - m_ext;
+            const bool done = next_lambda(ls, rm);
+            if (!std::isfinite(rm) || !std::isfinite(ls.lambda)) {
                 add_message(p, "ARITHMETIC FAILURE IN THE SUMS OF THE MASS");
                 p.factor_of_safety = 0;
                 return;
             }
-            if (std::abs(f_s - fc) > 0.002) {
-                fp = fc;
-                rp = rf;
-                continue;
-            }
-            // Accepted: one more iteration at this F, the last pass, gives the thrusts.
-            last_pass = true;
+            p.lambda_coef = ls.lambda;
+            if (done)
+                break;
         }
 
-        if (empty || method == 5)
-            break;
-        const double rm = double(p.moment_shear) + double(p.moment_other) - m_ext;
-        const bool done = next_lambda(ls, rm);
-        if (!std::isfinite(rm) || !std::isfinite(ls.lambda)) {
-            add_message(p, "ARITHMETIC FAILURE IN THE SUMS OF THE MASS");
-            p.factor_of_safety = 0;
-            return;
-        }
-        p.lambda_coef = ls.lambda;
-        if (done)
-            break;
+    } catch (...) {
+        stopped_in_setup();
+        throw;
     }
 
     // Finish.
@@ -595,6 +721,7 @@ static void solve(Project& p, Port& port)
 void solve_spencer_mp(Project& p, Port& port)
 {
     clear_equilibrium_residuals(p);
+    TrialEnd end(p);
     solve_with_finite_results(p, port, solve);
     // Measured after the solver, which it leaves as it is; method 5 does not
     // seek moment equilibrium and is not measured.

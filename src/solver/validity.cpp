@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "surfaces/trial_region.h"
+
 namespace tobel {
 
 // Below this share of the absolute driving weight the slide has no
@@ -10,9 +12,11 @@ constexpr double no_direction_share = 0.02;
 
 double driving_direction(const Project& p)
 {
+    // Beyond the region the last trial dirtied every weight is 0.
+    const NodeBox b = result_region(p);
     double net = 0, total = 0;
-    for (int r = 1; r <= p.num_rows; ++r)
-        for (int c = 1; c <= p.num_cols; ++c) {
+    for (int r = b.r0; r <= b.r1; ++r)
+        for (int c = b.c0; c <= b.c1; ++c) {
             const double w = p.col_weight(r, c);
             if (!(w > 0))
                 continue;
@@ -29,8 +33,9 @@ double driving_direction(const Project& p)
 // The surface cuts the ground at some node.
 static bool cuts_ground(const Project& p)
 {
-    for (int r = 1; r <= p.num_rows; ++r)
-        for (int c = 1; c <= p.num_cols; ++c)
+    const NodeBox b = result_region(p);
+    for (int r = b.r0; r <= b.r1; ++r)
+        for (int c = b.c0; c <= b.c1; ++c)
             if (p.zgrid(r, c, p.sliding_index) != p.zgrid(r, c, p.num_layers))
                 return true;
     return false;

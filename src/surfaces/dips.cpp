@@ -19,19 +19,19 @@ static float central(float z_low, float z_high, float spacing)
     return float(std::atan(double(half_rise / spacing)));
 }
 
-void derive_dips(Project& p)
+void derive_dips_in(Project& p, const NodeBox& box)
 {
     const int rows = p.num_rows, cols = p.num_cols;
     const int ground = p.num_layers, s = p.sliding_index;
 
-    for (int row = 1; row <= rows; ++row)
-        for (int col = 1; col <= cols; ++col)
+    for (int row = box.r0; row <= box.r1; ++row)
+        for (int col = box.c0; col <= box.c1; ++col)
             if (p.zgrid(row, col, s) > p.zgrid(row, col, ground))
                 p.zgrid(row, col, s) = p.zgrid(row, col, ground);
 
     const auto z = [&p, s](int row, int col) { return p.zgrid(row, col, s); };
-    for (int row = 1; row <= rows; ++row) {
-        for (int col = 1; col <= cols; ++col) {
+    for (int row = box.r0; row <= box.r1; ++row) {
+        for (int col = box.c0; col <= box.c1; ++col) {
             if (rows == 1)
                 p.surf_dip_x(row, col) = 0.0f;
             else if (row == 1)
@@ -52,6 +52,13 @@ void derive_dips(Project& p)
                 p.surf_dip_y(row, col) = central(z(row, col - 1), z(row, col + 1), p.col_spacing);
         }
     }
+}
+
+void derive_dips(Project& p)
+{
+    // A plane from elsewhere: nothing is known any more of the nodes beyond a slide.
+    forget_solver_work(p.work);
+    derive_dips_in(p, whole_mesh(p.num_rows, p.num_cols));
 }
 
 } // namespace tobel

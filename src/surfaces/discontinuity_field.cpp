@@ -4,6 +4,7 @@ namespace tobel {
 
 void set_discontinuity_field(Project& p)
 {
+    forget_solver_work(p.work);
     const bool two_d = p.num_rows == 1;
     for (int row = 1; row <= p.num_rows; ++row) {
         // Node coordinates as singles, the type of the limits they meet.

@@ -1,8 +1,11 @@
 #include "surfaces/ellipsoid.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <vector>
+
+#include "surfaces/trial_region.h"
 
 namespace tobel {
 
@@ -15,6 +18,7 @@ void clear_sliding_surface(Project& p)
     p.disc_code.fill(0);
     p.surf_dip_x.fill(0.0f);
     p.surf_dip_y.fill(0.0f);
+    forget_solver_work(p.work);
 }
 
 // A node beyond the rim, or where the ellipsoid is at or above the ground, has
@@ -53,14 +57,43 @@ void build_ellipsoid(Project& p)
     // search trial comes through here, over meshes of up to 3000 x 3000.
     std::vector<float> ys(std::size_t(cols) + 1, 0.0f);
     std::vector<double> dys(std::size_t(cols) + 1, 0.0);
+    // The rows and columns within the rim: no node beyond them is cut.
+    NodeBox slide{rows + 1, 0, cols + 1, 0};
     for (int col = 1; col <= cols; ++col) {
         ys[std::size_t(col)] = node_y(p, col);
         dys[std::size_t(col)] = double(ys[std::size_t(col)]) - ey;
+        if (std::fabs(dys[std::size_t(col)]) < r) {
+            slide.c0 = std::min(slide.c0, col);
+            slide.c1 = col;
+        }
     }
+    for (int row = 1; row <= rows; ++row)
+        if (std::fabs(ex - double(node_x(p, row))) < r * a) {
+            slide.r0 = std::min(slide.r0, row);
+            slide.r1 = row;
+        }
+    if (slide.empty())
+        slide = NodeBox{};
 
-    for (int row = 1; row <= rows; ++row) {
+    // A trial visits its slide and what the last trial left; a sweep of the
+    // whole mesh when nothing is known of the nodes beyond.
+    SolverWork& w = p.work;
+    const NodeBox box = box_grown(slide, rows, cols);
+    // A crack placed by depth with a negative depth reaches beyond any slide.
+    const bool bounded = work_record_holds(p) && p.surface_kind == 1 && p.solution_method != 5 &&
+                         !(p.crack_mode == 2 && p.crack_depth < 0);
+    if (!bounded)
+        w.known = false;
+    w.armed = true;
+    w.box = box;
+    w.region = bounded ? box_hull(box, w.dirty) : whole_mesh(rows, cols);
+    // Until a solve has cleared it, the whole region may differ.
+    if (bounded)
+        w.dirty = w.region;
+    const NodeBox& region = w.region;
+
+    for (int row = region.r0; row <= region.r1; ++row) {
         const float cur_x = node_x(p, row);
-        p.cur_x = cur_x;
         const double dx = ex - double(cur_x);
         const bool row_outside = std::fabs(dx) >= r * a;
         double rl = 0.0;
@@ -70,7 +103,7 @@ void build_ellipsoid(Project& p)
             if (!two_d)
                 slope_x = ((-dx) / a) / std::sqrt(k - dx * dx);
         }
-        for (int col = 1; col <= cols; ++col) {
+        for (int col = region.c0; col <= region.c1; ++col) {
             p.disc_code(row, col) = 0;
             if (row_outside) {
                 set_outside(p, row, col, ground, sliding);
@@ -82,16 +115,21 @@ void build_ellipsoid(Project& p)
                 continue;
             }
             const float z = float(ez - std::sqrt(rl * rl - dy * dy));
+            // Above the ground the slopes would be overwritten: no need to work them out.
+            if (!(z < p.zgrid(row, col, ground))) {
+                set_outside(p, row, col, ground, sliding);
+                continue;
+            }
             p.zgrid(row, col, sliding) = z;
             const double t = dy / rl;
             const float dip_y = float(std::atan(t / std::sqrt(1.0 - t * t)));
             p.surf_dip_y(row, col) = dip_y;
             // The X slope is tilted by the cosine of the stored, single, Y dip.
             p.surf_dip_x(row, col) = two_d ? 0.0f : float(std::atan(slope_x / std::cos(double(dip_y))));
-            if (!(z < p.zgrid(row, col, ground)))
-                set_outside(p, row, col, ground, sliding);
         }
     }
+    if (rows >= 1)
+        p.cur_x = node_x(p, rows);
     if (rows >= 1 && cols >= 1)
         p.cur_y = ys[std::size_t(cols)];
 

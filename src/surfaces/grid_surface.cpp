@@ -21,6 +21,7 @@ constexpr const char* wrong_file_text =
 void read_grid_file(Project& p, const std::string& path, int surface, Port& port)
 {
     BusyPointer busy(port);
+    forget_solver_work(p.work);
     try {
         read_grid(p, path, surface, port);
     } catch (const RuntimeError&) {

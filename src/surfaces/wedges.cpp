@@ -12,6 +12,8 @@ constexpr float wedge_floor = -100000000.0f;
 
 void build_wedges(Project& p)
 {
+    // Planes reach beyond any ellipsoid: the trial goes on over the whole mesh.
+    forget_solver_work(p.work);
     const int rows = p.num_rows, cols = p.num_cols;
     const int ground = p.num_layers, s = p.sliding_index;
 

@@ -53,6 +53,23 @@ AcrossSpec spec_of(float x0, float x1, float dx, std::vector<float> aspects)
     return s;
 }
 
+// Every task on its own thread, started last to first.
+class ThreadEach : public ParallelRunner {
+  public:
+    int threads() const override { return 64; }
+    void run(int n, const std::function<void(int)>& task) override
+    {
+        std::vector<std::thread> pool;
+        for (int i = n; i-- > 0;)
+            pool.emplace_back([&task, i] { task(i); });
+        for (std::thread& t : pool)
+            t.join();
+    }
+};
+
+// The default runner: one task after the other.
+ParallelRunner one_by_one;
+
 bool same_record(const SearchRecord& a, const SearchRecord& b)
 {
     return a.fos == b.fos && a.trial_number == b.trial_number && a.y == b.y && a.z == b.z &&
@@ -130,7 +147,7 @@ TEST(AcrossSearch, the_search_at_the_stored_x_and_aspect_is_the_classic_search)
     solve_grid_search(classic, port);
     ASSERT_GT(classic.search.best.trial_number, 0);
 
-    const AcrossResult r = across_search(*base, spec_of(50, 50, 0, {1}), run_serially);
+    const AcrossResult r = across_search(*base, spec_of(50, 50, 0, {1}), one_by_one);
     ASSERT_EQ(r.cells.size(), 1u);
     EXPECT_TRUE(r.cells[0].set_up);
     EXPECT_TRUE(same_record(r.cells[0].best, classic.search.best));
@@ -144,7 +161,7 @@ TEST(AcrossSearch, a_longer_ellipsoid_on_a_uniform_slope_is_less_safe)
     // End effects add resistance to a 3-D slide; the longer the slide across
     // a uniform slope, the nearer its F comes to the section's, from above.
     const auto base = extruded_slope();
-    const AcrossResult r = across_search(*base, spec_of(50, 50, 0, {1, 2}), run_serially);
+    const AcrossResult r = across_search(*base, spec_of(50, 50, 0, {1, 2}), one_by_one);
     ASSERT_EQ(r.cells.size(), 2u);
     ASSERT_GT(r.cells[0].best.trial_number, 0);
     ASSERT_GT(r.cells[1].best.trial_number, 0);
@@ -156,15 +173,8 @@ TEST(AcrossSearch, the_result_is_the_same_whatever_order_and_threads_the_searche
 {
     const auto base = extruded_slope();
     const AcrossSpec spec = spec_of(30, 70, 20, {1, 1.5f});
-    const AcrossResult serial = across_search(*base, spec, run_serially);
-    // Every task on its own thread, started last to first.
-    const TaskRunner threads = [](std::size_t n, const std::function<void(std::size_t)>& task) {
-        std::vector<std::thread> pool;
-        for (std::size_t i = n; i-- > 0;)
-            pool.emplace_back([&task, i] { task(i); });
-        for (std::thread& t : pool)
-            t.join();
-    };
+    const AcrossResult serial = across_search(*base, spec, one_by_one);
+    ThreadEach threads;
     const AcrossResult parallel = across_search(*base, spec, threads);
     ASSERT_EQ(serial.cells.size(), 6u);
     ASSERT_EQ(parallel.cells.size(), 6u);
@@ -198,7 +208,7 @@ TEST(AcrossSearch, a_stop_request_ends_every_search_as_stopped)
     const auto base = extruded_slope();
     AcrossSpec spec = spec_of(40, 60, 20, {1});
     spec.stop_request = [] { return true; };
-    const AcrossResult r = across_search(*base, spec, run_serially);
+    const AcrossResult r = across_search(*base, spec, one_by_one);
     ASSERT_EQ(r.cells.size(), 2u);
     EXPECT_TRUE(r.stopped);
     for (const AcrossCell& c : r.cells)

@@ -1,0 +1,129 @@
+// Scratch of the surface builders and the solvers, kept with the project
+// from one search trial to the next so that a trial costs what its slide
+// costs, not what the mesh costs. Never written to a file, never compared;
+// a copy of the project carries a copy that describes the copy's own grids.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace tobel {
+
+// Mesh nodes of rows r0..r1 and columns c0..c1; empty when r0 > r1 or c0 > c1.
+struct NodeBox {
+    int r0 = 1, r1 = 0, c0 = 1, c1 = 0;
+
+    bool empty() const { return r0 > r1 || c0 > c1; }
+    bool has_row(int r) const { return r >= r0 && r <= r1; }
+    bool has(int r, int c) const { return has_row(r) && c >= c0 && c <= c1; }
+};
+
+// The smallest box holding both.
+inline NodeBox box_hull(const NodeBox& a, const NodeBox& b)
+{
+    if (a.empty())
+        return b;
+    if (b.empty())
+        return a;
+    return {std::min(a.r0, b.r0), std::max(a.r1, b.r1), std::min(a.c0, b.c0), std::max(a.c1, b.c1)};
+}
+
+// The box grown by one node each way, within 1..rows by 1..cols.
+inline NodeBox box_grown(const NodeBox& a, int rows, int cols)
+{
+    if (a.empty())
+        return a;
+    return {std::max(a.r0 - 1, 1), std::min(a.r1 + 1, rows), std::max(a.c0 - 1, 1), std::min(a.c1 + 1, cols)};
+}
+
+inline NodeBox whole_mesh(int rows, int cols)
+{
+    return {1, rows, 1, cols};
+}
+
+// What identifies the mesh a record describes. The address of the elevations
+// is compared, never followed: a copied project or re-dimensioned grids have
+// other storage and so no record.
+struct MeshStamp {
+    int rows = 0, cols = 0, planes = 0, layers = 0, sliding = 0, method = 0, kind = 0;
+    float row_spacing = 0, col_spacing = 0, x_min = 0, y_min = 0;
+    std::uintptr_t storage = 0;
+
+    bool operator==(const MeshStamp&) const = default;
+};
+
+// An active column of a Bishop or Janbu pass: what the iterations read,
+// worked out once in the double values the equations would compute each time.
+struct BishopColumn {
+    std::size_t at = 0; // flat index into the column grids
+    int r = 0, c = 0, m = 0;
+    bool nonlinear = false, warn = false, positive = false;
+    float area = 0, cos_gamma = 0, lat_slope = 0;
+    double sin_a = 0, cos_a = 0;
+    double h_arm = 0;             // H = centre_z - z_s
+    double p_arm = 0, q_arm = 0;  // arms of the normal and the shear force
+    double wl = 0, wl_arm = 0;    // W L and W L col_arm
+    double kwe = 0, kw = 0;       // k W E and k W
+    double u = 0, t = 0, coh = 0; // U = u A, T = tan(phi), C = c A
+    double g = 0;                 // sin(alpha) T / cos(gamma)
+    double c_sin = 0, u_sin_t = 0;
+};
+
+// An active column of a Spencer or Morgenstern-Price round, with what stays
+// fixed over the round's F iterations (and over the rounds that follow one
+// whose sliding plane did not change).
+struct SpencerColumn {
+    std::size_t at = 0; // flat index into the column grids
+    int r = 0, c = 0, m = 0;
+    bool nonlinear = false;
+    bool prev_active = false; // node c - 1 is active in this round
+    float phi0 = 0, coh0 = 0; // strength of the set-up, for a non-linear base
+    double w = 0, area = 0, pore = 0, cos_g = 0;
+    double sin_a = 0, cos_a = 0, tan_a = 0, tan_b = 0;
+    double zs = 0, zg = 0, f = 0;
+    double u = 0, t = 0, coh = 0; // U = u A, T = tan(phi), C = c A
+};
+
+struct SpencerRow {
+    std::size_t begin = 0, end = 0;
+    double weight = 0; // sum of W over the row's active columns
+};
+
+struct SolverWork {
+    // 1. What the last trial left. With `known` and a matching stamp every
+    // node outside `dirty` holds what a trial leaves beside its slide: the
+    // sliding plane on the ground, disc_code 0, the dips 0 (or, after a
+    // lifted surface, the differences of the ground: outside_dips = 1) and
+    // the solver's results of an inactive node.
+    bool known = false;
+    MeshStamp stamp;
+    NodeBox dirty;
+    int outside_dips = 0;
+    long lift_nodes = 0; // nodes where a hard layer's top reaches the ground
+
+    // 2. The trial being built: set by the ellipsoid, read by the crack,
+    // the checks and the solver, which ends it. `box` is the slide with a
+    // one-node border, `region` the nodes the trial visits (the box and what
+    // the last trial dirtied); outside `region` nothing is rewritten.
+    bool armed = false;
+    NodeBox box, region;
+    bool swept = false; // the solver's set-up went over the whole region
+
+    // 3. Buffers of the solvers, kept so that a trial allocates nothing.
+    std::vector<BishopColumn> bishop;
+    std::vector<std::size_t> row_end;
+    std::vector<SpencerColumn> spencer;
+    std::vector<SpencerRow> spencer_rows;
+};
+
+// Drops the record: the next trial visits the whole mesh. For every change of
+// the grids made outside the trial sequence.
+inline void forget_solver_work(SolverWork& w)
+{
+    w.known = false;
+    w.armed = false;
+}
+
+} // namespace tobel

@@ -1,0 +1,25 @@
+// The executor of a search's centres: runs a number of independent tasks,
+// perhaps at once on several threads. The core knows only this interface;
+// the program that runs the search may give it a runner with threads. The
+// default runs the tasks one after the other on the calling thread.
+#pragma once
+
+#include <functional>
+
+namespace tobel {
+
+class ParallelRunner {
+  public:
+    virtual ~ParallelRunner() = default;
+    // How many tasks may run at once.
+    virtual int threads() const { return 1; }
+    // Runs task(0) .. task(n - 1), each once, at most threads() at a time,
+    // and returns when all have ended. Tasks must not throw.
+    virtual void run(int n, const std::function<void(int)>& task)
+    {
+        for (int i = 0; i < n; ++i)
+            task(i);
+    }
+};
+
+} // namespace tobel

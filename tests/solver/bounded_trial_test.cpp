@@ -1,0 +1,241 @@
+// A search trial visits only its slide's box and the box the last trial
+// dirtied. Every node it leaves alone must already hold what a sweep of the
+// whole mesh would have written: two consecutive trials of different extents
+// leave every grid exactly as the same two trials do when the second sweeps
+// the whole mesh, and as a fresh project that solves the second trial alone.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "project/defaults.h"
+#include "project/project.h"
+#include "solver/bishop_janbu.h"
+#include "solver/checks.h"
+#include "solver/spencer_mp.h"
+#include "solver/validity.h"
+#include "surfaces/crack.h"
+#include "surfaces/ellipsoid.h"
+#include "surfaces/trial_region.h"
+#include "ui/port.h"
+
+namespace tobel::test {
+namespace {
+
+// A slope 40 m across (X) and 80 m along (Y) on a 1 m mesh: the ground rises
+// from 10 at Y = 20 to 30 at Y = 60. Layer 1 (friction 85: a hard layer)
+// lies 6 m under the ground, except beyond X = 34, where its top is the
+// ground itself, far from every slide below; layer 2 is the soil.
+std::unique_ptr<Project> make_hard_slope(int method, bool hard_at_ground)
+{
+    auto p = std::make_unique<Project>();
+    set_defaults(*p);
+    p->solution_method = int16(method);
+    // The trials follow one another as in a search, the only time the
+    // grids stand still between trials.
+    p->search.running = -1;
+    p->num_layers = 2;
+    derive_counts(*p);
+    p->num_rows = 41;
+    p->num_cols = 81;
+    p->x_max = 40;
+    p->y_max = 80;
+    redim_grids(*p);
+    p->row_spacing = 1;
+    p->col_spacing = 1;
+    for (int l = 1; l <= 2; ++l) {
+        p->mat_type[l] = 1;
+        p->mat_unit_weight[l] = 20;
+        p->mat_cohesion[l] = p->mat_cohesion_v[l] = 10;
+        p->mat_phi_v[l] = 20;
+    }
+    p->mat_phi[1] = 85;
+    p->mat_phi[2] = 20;
+    p->unit_weight_water = 9.81f;
+    for (int r = 1; r <= p->num_rows; ++r)
+        for (int c = 1; c <= p->num_cols; ++c) {
+            const double y = c - 1, x = r - 1;
+            const float ground = float(y <= 20 ? 10 : y >= 60 ? 30 : 10 + (y - 20) / 2);
+            p->zgrid(r, c, 2) = ground;
+            p->zgrid(r, c, 1) = hard_at_ground && x >= 34 ? ground : ground - 6;
+        }
+    p->surface_defined = -1;
+    p->surface_kind = 1;
+    p->ell_x = 15;
+    p->ell_aspect = 0.5f;
+    // The crack where the slide first gets 1 m deep, half full of water.
+    p->crack_mode = 2;
+    p->crack_depth = 1;
+    p->crack_water_pct = 50;
+    return p;
+}
+
+// One trial as a search runs it: build, crack, check, solve.
+void run_trial(Project& p, float y, float z, float radius)
+{
+    QuietPort port;
+    p.ell_y = y;
+    p.ell_z = z;
+    p.ell_radius = radius;
+    build_ellipsoid(p);
+    apply_crack(p);
+    scale_forces(p);
+    check_surface(p);
+    ASSERT_EQ(p.surface_out_flag, 0);
+    p.solve_interactive = 0;
+    if (p.solution_method == 3 || p.solution_method == 4)
+        solve_spencer_mp(p, port);
+    else
+        solve_bishop_janbu(p, port);
+}
+
+template <class T> bool same_bits(const std::vector<T>& a, const std::vector<T>& b)
+{
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(T)) == 0;
+}
+
+// Every grid, row vector and result, bit for bit; with_kept adds the two
+// grids that keep values of earlier trials at a node in any sweep.
+void expect_same_state(const Project& a, const Project& b, bool with_kept)
+{
+    EXPECT_TRUE(same_bits(a.zgrid.v, b.zgrid.v)) << "zgrid";
+    const std::pair<const char*, Grid2<float> Project::*> grids[] = {
+        {"col_weight", &Project::col_weight},
+        {"col_area", &Project::col_area},
+        {"col_pore", &Project::col_pore},
+        {"col_phi", &Project::col_phi},
+        {"col_cohesion", &Project::col_cohesion},
+        {"col_cos_gamma", &Project::col_cos_gamma},
+        {"col_normal", &Project::col_normal},
+        {"col_fos", &Project::col_fos},
+        {"surf_dip_x", &Project::surf_dip_x},
+        {"surf_dip_y", &Project::surf_dip_y},
+        {"col_lat_slope", &Project::col_lat_slope},
+        {"col_arm", &Project::col_arm},
+        {"col_lateral_load", &Project::col_lateral_load},
+        {"col_eff_thrust", &Project::col_eff_thrust},
+        {"col_thrust_height", &Project::col_thrust_height},
+    };
+    for (const auto& [name, g] : grids)
+        EXPECT_TRUE(same_bits((a.*g).v, (b.*g).v)) << name;
+    EXPECT_TRUE(same_bits(a.disc_code.v, b.disc_code.v)) << "disc_code";
+    if (with_kept) {
+        EXPECT_TRUE(same_bits(a.col_material.v, b.col_material.v)) << "col_material";
+        EXPECT_TRUE(same_bits(a.col_shear_ratio.v, b.col_shear_ratio.v)) << "col_shear_ratio";
+    }
+    EXPECT_TRUE(same_bits(a.row_coef, b.row_coef)) << "row_coef";
+    EXPECT_TRUE(same_bits(a.crack_water_force, b.crack_water_force)) << "crack_water_force";
+    EXPECT_TRUE(same_bits(a.crack_water_z, b.crack_water_z)) << "crack_water_z";
+    EXPECT_TRUE(same_bits(a.head_water_force, b.head_water_force)) << "head_water_force";
+    EXPECT_EQ(a.factor_of_safety, b.factor_of_safety);
+    EXPECT_EQ(a.lambda_coef, b.lambda_coef);
+    EXPECT_EQ(a.slide_weight, b.slide_weight);
+    EXPECT_EQ(a.slide_volume, b.slide_volume);
+    EXPECT_EQ(a.slide_area, b.slide_area);
+    EXPECT_EQ(a.active_columns, b.active_columns);
+    EXPECT_EQ(a.lateral_unbalance, b.lateral_unbalance);
+    EXPECT_EQ(a.crack_y, b.crack_y);
+    EXPECT_EQ(a.surface_lifted, b.surface_lifted);
+    EXPECT_EQ(a.no_slide, b.no_slide);
+    EXPECT_EQ(a.moment_residual, b.moment_residual);
+    EXPECT_EQ(a.message_count, b.message_count);
+    EXPECT_EQ(result_flaw(a), result_flaw(b));
+}
+
+// The first slide lies near the toe; the second, smaller, further up the
+// slope and further across, so that each reaches nodes the other does not.
+constexpr float y1 = 30, z1 = 42, r1 = 34;
+constexpr float y2 = 40, z2 = 44, r2 = 28;
+
+void check_two_trials(int method, bool hard_at_ground)
+{
+    auto bounded = make_hard_slope(method, hard_at_ground);
+    run_trial(*bounded, y1, z1, r1);
+    bounded->ell_x = 20;
+    run_trial(*bounded, y2, z2, r2);
+    // The second trial did visit part of the mesh only.
+    const NodeBox visited = bounded->work.region;
+    EXPECT_LT(double(visited.r1 - visited.r0 + 1) * (visited.c1 - visited.c0 + 1),
+              double(bounded->num_rows) * bounded->num_cols);
+    ASSERT_GT(bounded->factor_of_safety, 0.0f);
+
+    // The same two trials, the second over the whole mesh.
+    auto swept = make_hard_slope(method, hard_at_ground);
+    run_trial(*swept, y1, z1, r1);
+    swept->ell_x = 20;
+    forget_solver_work(swept->work);
+    run_trial(*swept, y2, z2, r2);
+    {
+        SCOPED_TRACE("against the whole sweep");
+        expect_same_state(*bounded, *swept, true);
+    }
+
+    // A fresh project solving the second trial alone. The base layer of a
+    // node stays where it was last active, and a side strength ratio where
+    // the side thrust was not positive, in any sweep: col_material and
+    // col_shear_ratio keep values of the first trial and are left out.
+    auto fresh = make_hard_slope(method, hard_at_ground);
+    fresh->ell_x = 20;
+    run_trial(*fresh, y2, z2, r2);
+    SCOPED_TRACE("against a fresh project");
+    expect_same_state(*bounded, *fresh, false);
+}
+
+TEST(bounded_trial, morgenstern_price_with_a_hard_layer_at_the_ground_and_a_crack_by_depth)
+{
+    check_two_trials(4, true);
+}
+
+TEST(bounded_trial, spencer_with_a_hard_layer_at_the_ground_and_a_crack_by_depth)
+{
+    check_two_trials(3, true);
+}
+
+TEST(bounded_trial, bishop_with_a_hard_layer_at_the_ground_and_a_crack_by_depth)
+{
+    check_two_trials(1, true);
+}
+
+TEST(bounded_trial, bishop_without_a_hard_layer_at_the_ground)
+{
+    check_two_trials(1, false);
+}
+
+TEST(bounded_trial, morgenstern_price_without_a_hard_layer_at_the_ground)
+{
+    check_two_trials(4, false);
+}
+
+// A hard layer at the ground lifts a node beyond every slide, so every trial
+// is lifted and the dips beyond the slide are the ground's differences: on
+// the 2:1 face atan(0.5) along Y, 0 across.
+TEST(bounded_trial, dips_beyond_a_lifted_slide_are_the_ground_slopes)
+{
+    auto p = make_hard_slope(1, true);
+    run_trial(*p, y1, z1, r1);
+    run_trial(*p, y2, z2, r2);
+    EXPECT_EQ(p->surface_lifted, 1);
+    // Row 41 (X = 40) lies beyond both slides; column 41 (Y = 40) on the face.
+    EXPECT_FLOAT_EQ(p->surf_dip_y(41, 41), float(std::atan(0.5)));
+    EXPECT_EQ(p->surf_dip_x(41, 41), 0.0f);
+    EXPECT_EQ(p->zgrid(41, 41, p->sliding_index), p->zgrid(41, 41, 2));
+}
+
+// After the record is dropped (a surface command, a changed plane) the next
+// trial sweeps the whole mesh.
+TEST(bounded_trial, a_dropped_record_makes_the_next_trial_sweep_the_whole_mesh)
+{
+    auto p = make_hard_slope(1, false);
+    run_trial(*p, y1, z1, r1);
+    reset_forces(*p);
+    run_trial(*p, y2, z2, r2);
+    EXPECT_EQ(p->work.region.r0, 1);
+    EXPECT_EQ(p->work.region.c0, 1);
+    EXPECT_EQ(p->work.region.r1, p->num_rows);
+    EXPECT_EQ(p->work.region.c1, p->num_cols);
+}
+
+} // namespace
+} // namespace tobel::test
