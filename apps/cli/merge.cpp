@@ -9,6 +9,7 @@
 
 #include "cli.h"
 #include "cli_port.h"
+#include "search_across.h"
 #include "search_parts.h"
 
 namespace tobel::cli {
@@ -67,6 +68,8 @@ static std::shared_ptr<MergedParts> check_parts(const std::vector<SearchPart>& p
 
 int run_merge(MergeOptions& o)
 {
+    if (!o.parts.empty() && is_across_part(o.parts.front()))
+        return merge_across_parts(o.parts, o);
     std::vector<SearchPart> parts;
     std::shared_ptr<MergedParts> merged;
     try {

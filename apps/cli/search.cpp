@@ -339,8 +339,9 @@ int run_search(SearchOptions& o)
         }
         if (!o.shard_text.empty()) {
             parse_shard(o.shard_text, o.shard, o.shards);
-            if (!o.grid)
-                throw std::runtime_error("--shard shares a grid search: give --grid");
+            if (!o.grid && o.across.empty())
+                throw std::runtime_error(
+                    "--shard shares a grid search or a search across the slope: give --grid or --across");
             if (o.out.empty())
                 throw std::runtime_error("--shard needs --out PART.json");
         } else if (!o.out.empty()) {
@@ -351,11 +352,6 @@ int run_search(SearchOptions& o)
         return exit_bad_input;
     }
     if (!o.across.empty()) {
-        if (!o.shard_text.empty()) {
-            std::cerr << "tobel search: --shard shares the centres of one grid search; give it without "
-                         "--across\n";
-            return exit_bad_input;
-        }
         const std::shared_ptr<ParallelRunner> threads = make_runner(o.threads);
         ParallelRunner one_by_one;
         return run_across_search(o, o.across, o.aspects, threads ? *threads : one_by_one);

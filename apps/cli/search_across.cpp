@@ -2,6 +2,7 @@
 // auto search for every X of the range and every aspect of the list, side by
 // side, the best of all and a table of the best of each search.
 #include <cmath>
+#include <fstream>
 #include <iomanip>
 #include <iostream>
 #include <sstream>
@@ -16,6 +17,7 @@
 #include "plot_output.h"
 #include "project/numtext.h"
 #include "search_across.h"
+#include "search_parts.h"
 
 namespace tobel::cli {
 
@@ -61,10 +63,10 @@ ordered_json cell_record_json(const SearchRecord& r)
     return j;
 }
 
-void print_json(const Project& base, const AcrossSpec& spec, const AcrossResult& r, std::ostream& out)
+void print_json(const AcrossSpec& spec, const AcrossResult& r, std::ostream& out)
 {
     ordered_json j;
-    j["method"] = method_name(base.solution_method);
+    j["method"] = method_name(spec.method);
     j["search"] = spec.grid ? "grid" : "auto";
     j["across"] = {{"x0", json_float(spec.x0)}, {"x1", json_float(spec.x1)}, {"dx", json_float(spec.dx)}};
     ordered_json aspects = ordered_json::array();
@@ -103,10 +105,10 @@ void print_json(const Project& base, const AcrossSpec& spec, const AcrossResult&
     out << j.dump(2) << "\n";
 }
 
-void print_text(const Project& base, const AcrossSpec& spec, const AcrossResult& r, std::ostream& out)
+void print_text(const AcrossSpec& spec, const AcrossResult& r, std::ostream& out)
 {
     out << "Search across the slope, " << (spec.grid ? "grid" : "auto") << " search, "
-        << method_name(base.solution_method) << (spec.valid_only ? " (valid results only)" : "") << ": "
+        << method_name(spec.method) << (spec.valid_only ? " (valid results only)" : "") << ": "
         << r.cells.size() << " searches, " << r.trial_count << " trials recorded"
         << (r.stopped ? " (stopped)" : "") << "\n";
     if (r.best >= 0) {
@@ -141,7 +143,227 @@ void print_text(const Project& base, const AcrossSpec& spec, const AcrossResult&
     }
 }
 
+int report_across(const SearchOptions& o, const AcrossSpec& spec, const AcrossResult& r, std::ostream& out)
+{
+    if (o.trial.json)
+        print_json(spec, r, out);
+    else
+        print_text(spec, r, out);
+    if (!o.plot.empty()) {
+        DisplayList picture;
+        picture.device_width = float(o.width);
+        picture.device_height = float(o.height);
+        RecordingSurface s(picture);
+        draw_across_plot(s, r);
+        if (!write_picture_file(picture, o.plot, o.width, o.height))
+            return exit_bad_input;
+    }
+    if (r.stopped) {
+        std::cerr << "tobel: warning: the searches were stopped: the best record is the best so far\n";
+        return exit_stopped;
+    }
+    if (r.best < 0)
+        return exit_not_valid;
+    const AcrossCell& best = r.cells[std::size_t(r.best)];
+    if (best.best.valid == 0) {
+        std::cerr << "tobel: warning: the best record (X " << general_text(best.x) << ", aspect "
+                  << general_text(best.aspect) << ", F = " << general_text(best.best.fos) << ") is not valid"
+                  << (spec.valid_only ? "" : "; --valid-only keeps such trials from winning") << "\n";
+        return exit_not_valid;
+    }
+    return exit_ok;
+}
+
+constexpr const char* across_part_kind = "tobel search --across part";
+
+ordered_json exact_record(const SearchRecord& r)
+{
+    return {{"fos", json_float(r.fos)},
+            {"trial_number", r.trial_number},
+            {"y", json_float(r.y)},
+            {"z", json_float(r.z)},
+            {"radius", json_float(r.radius)},
+            {"volume", json_float(r.volume)},
+            {"active", json_float(r.active)},
+            {"third", json_float(r.third)},
+            {"unbalance", json_float(r.unbalance)},
+            {"weight", json_float(r.weight)},
+            {"best_point", r.best_point},
+            {"valid", r.valid}};
+}
+
+// JSON numbers written from floats read back to the same floats.
+float f_of(const nlohmann::json& j, const char* key)
+{
+    return float(j.at(key).get<double>());
+}
+
+SearchRecord record_of(const nlohmann::json& j)
+{
+    SearchRecord r;
+    r.fos = f_of(j, "fos");
+    r.trial_number = j.at("trial_number").get<std::int16_t>();
+    r.y = f_of(j, "y");
+    r.z = f_of(j, "z");
+    r.radius = f_of(j, "radius");
+    r.volume = f_of(j, "volume");
+    r.active = f_of(j, "active");
+    r.third = f_of(j, "third");
+    r.unbalance = f_of(j, "unbalance");
+    r.weight = f_of(j, "weight");
+    r.best_point = j.at("best_point").get<std::int16_t>();
+    r.valid = j.at("valid").get<std::int16_t>();
+    return r;
+}
+
+// --shard with --across: the pairs k with k % N == K - 1, written to --out.
+int run_across_shard(const SearchOptions& o, const AcrossSpec& spec, const Project& base, ParallelRunner& run,
+                     const std::string& across, const std::string& aspects)
+{
+    const std::vector<std::pair<float, float>> pairs = across_pairs(spec);
+    std::vector<std::size_t> mine;
+    for (std::size_t k = 0; k < pairs.size(); ++k)
+        if (long(k) % o.shards == o.shard - 1)
+            mine.push_back(k);
+    std::vector<AcrossCell> cells(mine.size());
+    run.run(int(mine.size()), [&](int i) {
+        const auto& pr = pairs[mine[std::size_t(i)]];
+        cells[std::size_t(i)] = run_across_cell(base, spec, pr.first, pr.second);
+    });
+    ordered_json j;
+    j["kind"] = across_part_kind;
+    try {
+        j["fingerprint"] = search_fingerprint({o.trial.file, o.trial.method, o.composite, o.valid_only});
+    } catch (const std::exception& e) {
+        std::cerr << "tobel search: " << e.what() << "\n";
+        return exit_bad_input;
+    }
+    j["file"] = o.trial.file;
+    j["method"] = o.trial.method;
+    j["grid"] = spec.grid;
+    j["composite"] = spec.composite;
+    j["valid_only"] = spec.valid_only;
+    j["across"] = across;
+    j["aspects"] = aspects;
+    j["shard"] = o.shard;
+    j["shards"] = o.shards;
+    j["pairs"] = pairs.size();
+    ordered_json list = ordered_json::array();
+    for (std::size_t i = 0; i < mine.size(); ++i) {
+        const AcrossCell& c = cells[i];
+        if (!c.stop_reason.empty()) {
+            std::cerr << "tobel search: shard " << o.shard_text << " stopped before its end; " << o.out
+                      << " not written\n";
+            return exit_stopped;
+        }
+        list.push_back({{"index", mine[i]},
+                        {"set_up", c.set_up},
+                        {"trial_count", c.trial_count},
+                        {"fos_min", json_float(c.fos_min)},
+                        {"fos_max", json_float(c.fos_max)},
+                        {"best", exact_record(c.best)},
+                        {"best_valid", exact_record(c.best_valid)}});
+    }
+    j["cells"] = list;
+    std::ofstream file(o.out, std::ios::binary | std::ios::trunc);
+    if (!(file << j.dump(1) << "\n")) {
+        std::cerr << "tobel search: cannot write " << o.out << "\n";
+        return exit_bad_input;
+    }
+    std::cerr << "tobel search: shard " << o.shard << "/" << o.shards << ": " << mine.size()
+              << " searches written to " << o.out << "\n";
+    return exit_ok;
+}
+
 } // namespace
+
+bool is_across_part(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    const nlohmann::json j = nlohmann::json::parse(in, nullptr, false);
+    return j.is_object() && j.value("kind", std::string()) == across_part_kind;
+}
+
+int merge_across_parts(const std::vector<std::string>& paths, const MergeOptions& m)
+{
+    SearchOptions o;
+    AcrossSpec spec;
+    AcrossResult r;
+    std::vector<bool> have;
+    try {
+        nlohmann::json first;
+        for (const std::string& path : paths) {
+            std::ifstream in(path, std::ios::binary);
+            nlohmann::json j = nlohmann::json::parse(in, nullptr, false);
+            if (!j.is_object() || j.value("kind", std::string()) != across_part_kind)
+                throw std::runtime_error(path + " is not a part of a search across the slope");
+            if (first.is_null()) {
+                first = j;
+                o.trial.file = j.at("file").get<std::string>();
+                o.trial.method = j.at("method").get<int>();
+                o.grid = j.at("grid").get<bool>();
+                o.composite = j.at("composite").get<bool>();
+                o.valid_only = j.at("valid_only").get<bool>();
+                parse_across(j.at("across").get<std::string>(), j.at("aspects").get<std::string>(), spec);
+                const std::size_t n = j.at("pairs").get<std::size_t>();
+                if (n != across_pairs(spec).size())
+                    throw std::runtime_error(path + " counts " + std::to_string(n) + " searches, its range " +
+                                             std::to_string(across_pairs(spec).size()));
+                r.cells.resize(n);
+                have.assign(n, false);
+            }
+            for (const char* key :
+                 {"fingerprint", "across", "aspects", "shards", "method", "grid", "composite", "valid_only"})
+                if (j.at(key) != first.at(key))
+                    throw std::runtime_error(path + " belongs to another search than " + paths.front() +
+                                             " (" + key + " differs)");
+            for (const auto& c : j.at("cells")) {
+                const std::size_t k = c.at("index").get<std::size_t>();
+                if (k >= r.cells.size() || have[k])
+                    throw std::runtime_error(path + " repeats or misplaces search " + std::to_string(k));
+                have[k] = true;
+                AcrossCell& cell = r.cells[k];
+                cell.set_up = c.at("set_up").get<bool>();
+                cell.trial_count = c.at("trial_count").get<std::int16_t>();
+                cell.fos_min = f_of(c, "fos_min");
+                cell.fos_max = f_of(c, "fos_max");
+                cell.best = record_of(c.at("best"));
+                cell.best_valid = record_of(c.at("best_valid"));
+            }
+        }
+        if (search_fingerprint({o.trial.file, o.trial.method, o.composite, o.valid_only}) !=
+            first.at("fingerprint").get<std::string>())
+            throw std::runtime_error("the data file " + o.trial.file + " has changed since " + paths.front() +
+                                     " was written");
+        for (std::size_t k = 0; k < have.size(); ++k)
+            if (!have[k])
+                throw std::runtime_error(
+                    "the parts are incomplete: search " + std::to_string(k) + " (shard " +
+                    std::to_string(long(k) % first.at("shards").get<long>() + 1) + ") is missing");
+    } catch (const std::exception& e) {
+        std::cerr << "tobel merge: " << e.what() << "\n";
+        return exit_bad_input;
+    }
+    const std::vector<std::pair<float, float>> pairs = across_pairs(spec);
+    for (std::size_t k = 0; k < pairs.size(); ++k) {
+        r.cells[k].x = pairs[k].first;
+        r.cells[k].aspect = pairs[k].second;
+    }
+    total_across(r);
+    spec.grid = o.grid;
+    spec.composite = o.composite;
+    spec.valid_only = o.valid_only;
+    spec.method = o.trial.method;
+    if (!m.json_out.empty()) {
+        std::ofstream json(m.json_out, std::ios::binary | std::ios::trunc);
+        print_json(spec, r, json);
+        if (!json) {
+            std::cerr << "tobel merge: cannot write " << m.json_out << "\n";
+            return exit_bad_input;
+        }
+    }
+    return report_across(o, spec, r, std::cout);
+}
 
 void parse_across(const std::string& across, const std::string& aspects, AcrossSpec& spec)
 {
@@ -202,34 +424,10 @@ int run_across_search(const SearchOptions& o, const std::string& across, const s
     install_interrupt_handler();
     spec.stop_request = [] { return interrupt_requested(); };
     std::cerr << "tobel: " << across_pairs(spec).size() << " searches across the slope\n";
+    if (o.shard > 0)
+        return run_across_shard(o, spec, base, run, across, aspects);
     const AcrossResult r = across_search(base, spec, run);
-    if (o.trial.json)
-        print_json(base, spec, r, std::cout);
-    else
-        print_text(base, spec, r, std::cout);
-    if (!o.plot.empty()) {
-        DisplayList picture;
-        picture.device_width = float(o.width);
-        picture.device_height = float(o.height);
-        RecordingSurface s(picture);
-        draw_across_plot(s, r);
-        if (!write_picture_file(picture, o.plot, o.width, o.height))
-            return exit_bad_input;
-    }
-    if (r.stopped) {
-        std::cerr << "tobel: warning: the searches were stopped: the best record is the best so far\n";
-        return exit_stopped;
-    }
-    if (r.best < 0)
-        return exit_not_valid;
-    const AcrossCell& best = r.cells[std::size_t(r.best)];
-    if (best.best.valid == 0) {
-        std::cerr << "tobel: warning: the best record (X " << general_text(best.x) << ", aspect "
-                  << general_text(best.aspect) << ", F = " << general_text(best.best.fos) << ") is not valid"
-                  << (spec.valid_only ? "" : "; --valid-only keeps such trials from winning") << "\n";
-        return exit_not_valid;
-    }
-    return exit_ok;
+    return report_across(o, spec, r, std::cout);
 }
 
 } // namespace tobel::cli

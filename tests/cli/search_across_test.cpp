@@ -93,3 +93,26 @@ TEST(search_across, bad_ranges_and_aspects_and_a_2d_project_are_refused_with_the
     refused(file + " --grid --across 40,60,10 --aspects 1,0", "an aspect ratio must be above 0, not 0");
     refused(example("slope2d-homogeneous.tob") + " --grid --across 0,0,0", "--across needs a 3-D project");
 }
+
+TEST(search_across, two_shards_merged_give_the_whole_run_and_a_missing_shard_is_named)
+{
+    tobel::test::ScratchDir dir;
+    const std::string file = example("slope3d-layers-piezo-force.tob");
+    const std::string args = "search " + file + " --grid --across 40,60,20 --aspects 1,2 --threads 1";
+    const RunResult whole = run_tobel(args + " --json");
+    const RunResult whole_text = run_tobel(args);
+    ASSERT_EQ(whole.status, 0) << whole.out;
+    const std::string p1 = dir.file("p1.json"), p2 = dir.file("p2.json");
+    ASSERT_EQ(run_tobel(args + " --shard 1/2 --out '" + p1 + "'").status, 0);
+    ASSERT_EQ(run_tobel(args + " --shard 2/2 --out '" + p2 + "'").status, 0);
+    const std::string merged_json = dir.file("merged.json");
+    const RunResult merged = run_tobel("merge '" + p2 + "' '" + p1 + "' --json '" + merged_json + "'");
+    ASSERT_EQ(merged.status, 0) << merged.out;
+    EXPECT_EQ(merged.out, whole_text.out);
+    EXPECT_EQ(tobel::test::read_bytes(merged_json), whole.out);
+
+    const RunResult alone = tobel::test::run_cli("merge '" + p1 + "'", " 2>&1");
+    EXPECT_EQ(alone.status, 1);
+    EXPECT_NE(alone.out.find("the parts are incomplete: search 1 (shard 2) is missing"), std::string::npos)
+        << alone.out;
+}
