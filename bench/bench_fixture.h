@@ -7,7 +7,11 @@
 
 #include "project/defaults.h"
 #include "project/project.h"
+#include "search/grid_search.h"
+#include "search/search_setup.h"
+#include "search/trial.h"
 #include "surfaces/ellipsoid.h"
+#include "ui/port.h"
 
 namespace tobel::bench {
 
@@ -42,6 +46,36 @@ inline std::unique_ptr<Project> make_trial(int n, int method = 1)
     clear_sliding_surface(*p);
     build_ellipsoid(*p);
     return p;
+}
+
+// The grid of the search benchmarks over make_trial's slope: 6 by 5 centres
+// around the sphere of the trial, radius stepped by 2 from the plane at 5.
+inline GridSearchRecord bench_grid()
+{
+    GridSearchRecord r;
+    r.grid_x = 50;
+    r.grid_y1 = 45;
+    r.grid_y2 = 55;
+    r.grid_z_top = 58;
+    r.grid_z_bottom = 50;
+    r.grid_ny = 6;
+    r.grid_nz = 5;
+    r.grid_tangent_z = 5;
+    r.grid_radius_step = 2;
+    r.grid_aspect = 1;
+    return r;
+}
+
+// The search itself as Solve > Grid Search runs it: the records cleared, the
+// centres laid out, and the search marked running, for only then do the
+// grids stand still between trials and a trial visits no more than its slide.
+inline void grid_search_as_run(Project& p, Port& port, const GridSearchRecord& r)
+{
+    init_search(p);
+    build_grid_points(p.search, r);
+    p.search.running = -1;
+    grid_search(p, port, r);
+    p.search.running = 0;
 }
 
 } // namespace tobel::bench

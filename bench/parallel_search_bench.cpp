@@ -24,22 +24,6 @@ namespace {
 
 using namespace tobel;
 
-GridSearchRecord grid_of_bench_trial()
-{
-    GridSearchRecord r;
-    r.grid_x = 50;
-    r.grid_y1 = 45;
-    r.grid_y2 = 55;
-    r.grid_z_top = 58;
-    r.grid_z_bottom = 50;
-    r.grid_ny = 6;
-    r.grid_nz = 5;
-    r.grid_tangent_z = 5;
-    r.grid_radius_step = 2;
-    r.grid_aspect = 1;
-    return r;
-}
-
 double search_once(Project& p, const GridSearchRecord& r)
 {
     QuietPort port;
@@ -47,12 +31,10 @@ double search_once(Project& p, const GridSearchRecord& r)
     p.surface_kind = 1;
     p.ell_x = r.grid_x;
     p.ell_aspect = 1;
-    init_search(p);
     p.search.fos_max = p.search.fos_min = 0;
     p.search.fos_range_set = 0;
-    build_grid_points(p.search, r);
     const auto t0 = std::chrono::steady_clock::now();
-    grid_search(p, port, r);
+    bench::grid_search_as_run(p, port, r);
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
 }
 
@@ -64,7 +46,7 @@ void grid_search_threads(benchmark::State& state)
     auto p = bench::make_trial(100);
     if (threads > 1)
         p->search.runner = std::make_shared<TbbRunner>(threads);
-    const GridSearchRecord r = grid_of_bench_trial();
+    const GridSearchRecord r = bench::bench_grid();
     double seconds = 0;
     for (auto _ : state) {
         seconds += search_once(*p, r);
@@ -94,7 +76,7 @@ void grid_search_memory(benchmark::State& state)
     auto p = bench::make_trial(1000);
     if (threads > 1)
         p->search.runner = std::make_shared<TbbRunner>(threads);
-    GridSearchRecord r = grid_of_bench_trial();
+    GridSearchRecord r = bench::bench_grid();
     r.grid_ny = 4;
     r.grid_nz = 4;
     double seconds = 0;

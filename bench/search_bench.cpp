@@ -52,10 +52,8 @@ void run_grid(benchmark::State& state, Project& p, const GridSearchRecord& r)
     double seconds = 0;
     long trials = 0;
     for (auto _ : state) {
-        init_search(p);
-        build_grid_points(p.search, r);
         const auto t0 = std::chrono::steady_clock::now();
-        grid_search(p, port, r);
+        bench::grid_search_as_run(p, port, r);
         seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
         trials += p.search.trial_count;
         benchmark::DoNotOptimize(p.search.best.fos);
@@ -68,18 +66,7 @@ void run_grid(benchmark::State& state, Project& p, const GridSearchRecord& r)
 void grid_search_3d_100(benchmark::State& state)
 {
     auto p = bench::make_trial(100);
-    GridSearchRecord r;
-    r.grid_x = 50;
-    r.grid_y1 = 45;
-    r.grid_y2 = 55;
-    r.grid_z_top = 58;
-    r.grid_z_bottom = 50;
-    r.grid_ny = 6;
-    r.grid_nz = 5;
-    r.grid_tangent_z = 5;
-    r.grid_radius_step = 2;
-    r.grid_aspect = 1;
-    run_grid(state, *p, r);
+    run_grid(state, *p, bench::bench_grid());
 }
 
 void grid_search_2d_300(benchmark::State& state)

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <memory>
 
+#include "bench_fixture.h"
 #include "project/defaults.h"
 #include "project/project.h"
 #include "search/grid_search.h"
@@ -105,17 +106,13 @@ void run_search(benchmark::State& state, Project& p, const GridSearchRecord& r)
     p.ell_aspect = r.grid_aspect;
     // The first trial of a project sweeps the whole mesh (nothing is known of
     // it yet); one search before the timing leaves the steady state.
-    init_search(p);
-    build_grid_points(p.search, r);
-    grid_search(p, port, r);
+    bench::grid_search_as_run(p, port, r);
     double seconds = 0;
     long trials = 0;
     for (auto _ : state) {
         port.hooks = ColumnCount{};
-        init_search(p);
-        build_grid_points(p.search, r);
         const auto t0 = std::chrono::steady_clock::now();
-        grid_search(p, port, r);
+        bench::grid_search_as_run(p, port, r);
         seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
         trials += p.search.trial_count;
         benchmark::DoNotOptimize(p.search.best.fos);
