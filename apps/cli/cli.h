@@ -90,6 +90,8 @@ void start_project(Project& p);
 void finish_project(Project& p, Port& port);
 
 // Shared by the subcommands.
+// A search record as the JSON outputs give it.
+nlohmann::ordered_json search_record_json(const SearchRecord& r);
 int method_number(const std::string& name); // 0 when unknown
 const char* method_name(int method);
 void print_project(const Project& p, std::ostream& out);

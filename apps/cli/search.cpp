@@ -25,11 +25,9 @@
 
 namespace tobel::cli {
 
-namespace {
-
 using nlohmann::ordered_json;
 
-ordered_json record_json(const SearchRecord& r)
+ordered_json search_record_json(const SearchRecord& r)
 {
     ordered_json j;
     j["fos"] = json_float(r.fos);
@@ -41,6 +39,8 @@ ordered_json record_json(const SearchRecord& r)
     j["valid"] = r.valid != 0;
     return j;
 }
+
+namespace {
 
 // Why the search's result needs a second look; empty lines when it does not.
 struct SearchVerdict {
@@ -72,8 +72,9 @@ void print_json(const Project& p, const SearchVerdict& v, bool with_trials, std:
     j["method"] = method_name(p.solution_method);
     j["search"] = s.mode == 9 ? "grid" : "auto";
     j["valid_only"] = s.valid_only;
-    j["best"] = v.found ? record_json(s.best) : ordered_json(nullptr);
-    j["best_valid"] = s.best_valid.trial_number > 0 ? record_json(s.best_valid) : ordered_json(nullptr);
+    j["best"] = v.found ? search_record_json(s.best) : ordered_json(nullptr);
+    j["best_valid"] =
+        s.best_valid.trial_number > 0 ? search_record_json(s.best_valid) : ordered_json(nullptr);
     j["trial_count"] = s.trial_count;
     j["fos_min"] = json_float(s.fos_min);
     j["fos_max"] = json_float(s.fos_max);

@@ -50,27 +50,14 @@ std::vector<float> parse_list(const std::string& text, const char* what)
     return values;
 }
 
-ordered_json cell_record_json(const SearchRecord& r)
+void print_json(const AcrossPlan& plan, const AcrossResult& r, std::ostream& out)
 {
     ordered_json j;
-    j["fos"] = json_float(r.fos);
-    j["trial_number"] = r.trial_number;
-    j["y"] = json_float(r.y);
-    j["z"] = json_float(r.z);
-    j["radius"] = json_float(r.radius);
-    j["volume"] = json_float(r.volume);
-    j["valid"] = r.valid != 0;
-    return j;
-}
-
-void print_json(const AcrossSpec& spec, const AcrossResult& r, std::ostream& out)
-{
-    ordered_json j;
-    j["method"] = method_name(spec.method);
-    j["search"] = spec.grid ? "grid" : "auto";
-    j["across"] = {{"x0", json_float(spec.x0)}, {"x1", json_float(spec.x1)}, {"dx", json_float(spec.dx)}};
+    j["method"] = method_name(plan.method);
+    j["search"] = plan.grid ? "grid" : "auto";
+    j["across"] = {{"x0", json_float(plan.x0)}, {"x1", json_float(plan.x1)}, {"dx", json_float(plan.dx)}};
     ordered_json aspects = ordered_json::array();
-    for (const float a : spec.aspects)
+    for (const float a : plan.aspects)
         aspects.push_back(json_float(a));
     j["aspects"] = aspects;
     j["searches"] = r.cells.size();
@@ -78,7 +65,7 @@ void print_json(const AcrossSpec& spec, const AcrossResult& r, std::ostream& out
     j["stopped"] = r.stopped;
     if (r.best >= 0) {
         const AcrossCell& c = r.cells[std::size_t(r.best)];
-        ordered_json b = cell_record_json(c.best);
+        ordered_json b = search_record_json(c.best);
         b["x"] = json_float(c.x);
         b["aspect"] = json_float(c.aspect);
         j["best"] = b;
@@ -92,7 +79,7 @@ void print_json(const AcrossSpec& spec, const AcrossResult& r, std::ostream& out
         e["aspect"] = json_float(c.aspect);
         e["set_up"] = c.set_up;
         e["trial_count"] = c.trial_count;
-        e["best"] = c.best.trial_number > 0 ? cell_record_json(c.best) : ordered_json(nullptr);
+        e["best"] = c.best.trial_number > 0 ? search_record_json(c.best) : ordered_json(nullptr);
         if (c.best.trial_number > 0) {
             e["fos_min"] = json_float(c.fos_min);
             e["fos_max"] = json_float(c.fos_max);
@@ -105,10 +92,10 @@ void print_json(const AcrossSpec& spec, const AcrossResult& r, std::ostream& out
     out << j.dump(2) << "\n";
 }
 
-void print_text(const AcrossSpec& spec, const AcrossResult& r, std::ostream& out)
+void print_text(const AcrossPlan& plan, const AcrossResult& r, std::ostream& out)
 {
-    out << "Search across the slope, " << (spec.grid ? "grid" : "auto") << " search, "
-        << method_name(spec.method) << (spec.valid_only ? " (valid results only)" : "") << ": "
+    out << "Search across the slope, " << (plan.grid ? "grid" : "auto") << " search, "
+        << method_name(plan.method) << (plan.valid_only ? " (valid results only)" : "") << ": "
         << r.cells.size() << " searches, " << r.trial_count << " trials recorded"
         << (r.stopped ? " (stopped)" : "") << "\n";
     if (r.best >= 0) {
@@ -143,12 +130,12 @@ void print_text(const AcrossSpec& spec, const AcrossResult& r, std::ostream& out
     }
 }
 
-int report_across(const SearchOptions& o, const AcrossSpec& spec, const AcrossResult& r, std::ostream& out)
+int report_across(const SearchOptions& o, const AcrossPlan& plan, const AcrossResult& r, std::ostream& out)
 {
     if (o.trial.json)
-        print_json(spec, r, out);
+        print_json(plan, r, out);
     else
-        print_text(spec, r, out);
+        print_text(plan, r, out);
     if (!o.plot.empty()) {
         DisplayList picture;
         picture.device_width = float(o.width);
@@ -168,7 +155,7 @@ int report_across(const SearchOptions& o, const AcrossSpec& spec, const AcrossRe
     if (best.best.valid == 0) {
         std::cerr << "tobel: warning: the best record (X " << general_text(best.x) << ", aspect "
                   << general_text(best.aspect) << ", F = " << general_text(best.best.fos) << ") is not valid"
-                  << (spec.valid_only ? "" : "; --valid-only keeps such trials from winning") << "\n";
+                  << (plan.valid_only ? "" : "; --valid-only keeps such trials from winning") << "\n";
         return exit_not_valid;
     }
     return exit_ok;
@@ -176,26 +163,26 @@ int report_across(const SearchOptions& o, const AcrossSpec& spec, const AcrossRe
 
 constexpr const char* across_part_kind = "tobel search --across part";
 
+// Every field of a record, each float read back to the same float.
 ordered_json exact_record(const SearchRecord& r)
 {
-    return {{"fos", json_float(r.fos)},
+    return {{"fos", put_float(r.fos)},
             {"trial_number", r.trial_number},
-            {"y", json_float(r.y)},
-            {"z", json_float(r.z)},
-            {"radius", json_float(r.radius)},
-            {"volume", json_float(r.volume)},
-            {"active", json_float(r.active)},
-            {"third", json_float(r.third)},
-            {"unbalance", json_float(r.unbalance)},
-            {"weight", json_float(r.weight)},
+            {"y", put_float(r.y)},
+            {"z", put_float(r.z)},
+            {"radius", put_float(r.radius)},
+            {"volume", put_float(r.volume)},
+            {"active", put_float(r.active)},
+            {"third", put_float(r.third)},
+            {"unbalance", put_float(r.unbalance)},
+            {"weight", put_float(r.weight)},
             {"best_point", r.best_point},
             {"valid", r.valid}};
 }
 
-// JSON numbers written from floats read back to the same floats.
 float f_of(const nlohmann::json& j, const char* key)
 {
-    return float(j.at(key).get<double>());
+    return get_float(j.at(key));
 }
 
 SearchRecord record_of(const nlohmann::json& j)
@@ -217,10 +204,10 @@ SearchRecord record_of(const nlohmann::json& j)
 }
 
 // --shard with --across: the pairs k with k % N == K - 1, written to --out.
-int run_across_shard(const SearchOptions& o, const AcrossSpec& spec, const Project& base, ParallelRunner& run,
+int run_across_shard(const SearchOptions& o, const AcrossPlan& plan, const Project& base, ParallelRunner& run,
                      const std::string& across, const std::string& aspects)
 {
-    const std::vector<std::pair<float, float>> pairs = across_pairs(spec);
+    const std::vector<std::pair<float, float>> pairs = across_pairs(plan);
     std::vector<std::size_t> mine;
     for (std::size_t k = 0; k < pairs.size(); ++k)
         if (long(k) % o.shards == o.shard - 1)
@@ -228,7 +215,7 @@ int run_across_shard(const SearchOptions& o, const AcrossSpec& spec, const Proje
     std::vector<AcrossCell> cells(mine.size());
     run.run(int(mine.size()), [&](int i) {
         const auto& pr = pairs[mine[std::size_t(i)]];
-        cells[std::size_t(i)] = run_across_cell(base, spec, pr.first, pr.second);
+        cells[std::size_t(i)] = run_across_cell(base, plan, pr.first, pr.second);
     });
     ordered_json j;
     j["kind"] = across_part_kind;
@@ -240,9 +227,9 @@ int run_across_shard(const SearchOptions& o, const AcrossSpec& spec, const Proje
     }
     j["file"] = o.trial.file;
     j["method"] = o.trial.method;
-    j["grid"] = spec.grid;
-    j["composite"] = spec.composite;
-    j["valid_only"] = spec.valid_only;
+    j["grid"] = plan.grid;
+    j["composite"] = plan.composite;
+    j["valid_only"] = plan.valid_only;
     j["across"] = across;
     j["aspects"] = aspects;
     j["shard"] = o.shard;
@@ -259,8 +246,8 @@ int run_across_shard(const SearchOptions& o, const AcrossSpec& spec, const Proje
         list.push_back({{"index", mine[i]},
                         {"set_up", c.set_up},
                         {"trial_count", c.trial_count},
-                        {"fos_min", json_float(c.fos_min)},
-                        {"fos_max", json_float(c.fos_max)},
+                        {"fos_min", put_float(c.fos_min)},
+                        {"fos_max", put_float(c.fos_max)},
                         {"best", exact_record(c.best)},
                         {"best_valid", exact_record(c.best_valid)}});
     }
@@ -287,7 +274,7 @@ bool is_across_part(const std::string& path)
 int merge_across_parts(const std::vector<std::string>& paths, const MergeOptions& m)
 {
     SearchOptions o;
-    AcrossSpec spec;
+    AcrossPlan plan;
     AcrossResult r;
     std::vector<bool> have;
     try {
@@ -304,11 +291,11 @@ int merge_across_parts(const std::vector<std::string>& paths, const MergeOptions
                 o.grid = j.at("grid").get<bool>();
                 o.composite = j.at("composite").get<bool>();
                 o.valid_only = j.at("valid_only").get<bool>();
-                parse_across(j.at("across").get<std::string>(), j.at("aspects").get<std::string>(), spec);
+                parse_across(j.at("across").get<std::string>(), j.at("aspects").get<std::string>(), plan);
                 const std::size_t n = j.at("pairs").get<std::size_t>();
-                if (n != across_pairs(spec).size())
+                if (n != across_pairs(plan).size())
                     throw std::runtime_error(path + " counts " + std::to_string(n) + " searches, its range " +
-                                             std::to_string(across_pairs(spec).size()));
+                                             std::to_string(across_pairs(plan).size()));
                 r.cells.resize(n);
                 have.assign(n, false);
             }
@@ -344,54 +331,54 @@ int merge_across_parts(const std::vector<std::string>& paths, const MergeOptions
         std::cerr << "tobel merge: " << e.what() << "\n";
         return exit_bad_input;
     }
-    const std::vector<std::pair<float, float>> pairs = across_pairs(spec);
+    const std::vector<std::pair<float, float>> pairs = across_pairs(plan);
     for (std::size_t k = 0; k < pairs.size(); ++k) {
         r.cells[k].x = pairs[k].first;
         r.cells[k].aspect = pairs[k].second;
     }
     total_across(r);
-    spec.grid = o.grid;
-    spec.composite = o.composite;
-    spec.valid_only = o.valid_only;
-    spec.method = o.trial.method;
+    plan.grid = o.grid;
+    plan.composite = o.composite;
+    plan.valid_only = o.valid_only;
+    plan.method = o.trial.method;
     if (!m.json_out.empty()) {
         std::ofstream json(m.json_out, std::ios::binary | std::ios::trunc);
-        print_json(spec, r, json);
+        print_json(plan, r, json);
         if (!json) {
             std::cerr << "tobel merge: cannot write " << m.json_out << "\n";
             return exit_bad_input;
         }
     }
-    return report_across(o, spec, r, std::cout);
+    return report_across(o, plan, r, std::cout);
 }
 
-void parse_across(const std::string& across, const std::string& aspects, AcrossSpec& spec)
+void parse_across(const std::string& across, const std::string& aspects, AcrossPlan& plan)
 {
     const std::vector<float> a = parse_list(across, "--across");
     if (a.size() != 3)
         throw std::runtime_error("--across wants three numbers X0,X1,DX, not \"" + across + "\"");
-    spec.x0 = a[0];
-    spec.x1 = a[1];
-    spec.dx = a[2];
-    if (spec.x1 < spec.x0)
-        throw std::runtime_error("--across: X1 (" + general_text(spec.x1) + ") is below X0 (" +
-                                 general_text(spec.x0) + ")");
-    if (spec.x1 > spec.x0 && !(spec.dx > 0))
+    plan.x0 = a[0];
+    plan.x1 = a[1];
+    plan.dx = a[2];
+    if (plan.x1 < plan.x0)
+        throw std::runtime_error("--across: X1 (" + general_text(plan.x1) + ") is below X0 (" +
+                                 general_text(plan.x0) + ")");
+    if (plan.x1 > plan.x0 && !(plan.dx > 0))
         throw std::runtime_error("--across: the step DX must be above 0");
-    spec.aspects = aspects.empty() ? std::vector<float>{} : parse_list(aspects, "--aspects");
-    for (const float v : spec.aspects)
+    plan.aspects = aspects.empty() ? std::vector<float>{} : parse_list(aspects, "--aspects");
+    for (const float v : plan.aspects)
         if (!(v > 0))
             throw std::runtime_error("--aspects: an aspect ratio must be above 0, not " + general_text(v));
-    if (across_pairs(spec).size() > 100000)
+    if (across_pairs(plan).size() > 100000)
         throw std::runtime_error("--across and --aspects ask for more than 100000 searches");
 }
 
 int run_across_search(const SearchOptions& o, const std::string& across, const std::string& aspects,
                       ParallelRunner& run)
 {
-    AcrossSpec spec;
+    AcrossPlan plan;
     try {
-        parse_across(across, aspects, spec);
+        parse_across(across, aspects, plan);
     } catch (const std::exception& e) {
         std::cerr << "tobel search: " << e.what() << "\n";
         return exit_bad_input;
@@ -413,21 +400,21 @@ int run_across_search(const SearchOptions& o, const std::string& across, const s
         return exit_bad_input;
     }
     // Without a list the stored aspect is the only one.
-    if (spec.aspects.empty())
-        spec.aspects.push_back(base.aspect_in);
+    if (plan.aspects.empty())
+        plan.aspects.push_back(base.aspect_in);
     base.solution_method = int16(o.trial.method);
-    spec.grid = o.grid;
-    spec.composite = o.composite;
-    spec.valid_only = o.valid_only;
-    spec.method = o.trial.method;
-    spec.answer = o.trial.answer;
+    plan.grid = o.grid;
+    plan.composite = o.composite;
+    plan.valid_only = o.valid_only;
+    plan.method = o.trial.method;
+    plan.answer = o.trial.answer;
     install_interrupt_handler();
-    spec.stop_request = [] { return interrupt_requested(); };
-    std::cerr << "tobel: " << across_pairs(spec).size() << " searches across the slope\n";
+    plan.stop_request = [] { return interrupt_requested(); };
+    std::cerr << "tobel: " << across_pairs(plan).size() << " searches across the slope\n";
     if (o.shard > 0)
-        return run_across_shard(o, spec, base, run, across, aspects);
-    const AcrossResult r = across_search(base, spec, run);
-    return report_across(o, spec, r, std::cout);
+        return run_across_shard(o, plan, base, run, across, aspects);
+    const AcrossResult r = across_search(base, plan, run);
+    return report_across(o, plan, r, std::cout);
 }
 
 } // namespace tobel::cli

@@ -10,9 +10,9 @@
 
 namespace tobel::cli {
 
-// "X0,X1,DX" and "A1,A2,..." into the spec; throws std::runtime_error naming
+// "X0,X1,DX" and "A1,A2,..." into the plan; throws std::runtime_error naming
 // the option and what is wrong. An empty aspect list is left empty.
-void parse_across(const std::string& across, const std::string& aspects, AcrossSpec& spec);
+void parse_across(const std::string& across, const std::string& aspects, AcrossPlan& plan);
 
 // Opens the file, runs the searches through `run` and prints the result
 // (text or --json), the picture with --plot; the exit status as for search.

@@ -33,6 +33,29 @@ std::string read_bytes(const std::string& path)
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
+const char* buttons_name(Buttons b)
+{
+    switch (b) {
+    case Buttons::ok_cancel: return "ok_cancel";
+    case Buttons::yes_no: return "yes_no";
+    case Buttons::yes_no_cancel: return "yes_no_cancel";
+    default: return "ok";
+    }
+}
+
+Buttons buttons_of(const std::string& s)
+{
+    if (s == "ok_cancel")
+        return Buttons::ok_cancel;
+    if (s == "yes_no")
+        return Buttons::yes_no;
+    if (s == "yes_no_cancel")
+        return Buttons::yes_no_cancel;
+    return Buttons::ok;
+}
+
+} // namespace
+
 // A float goes through double, which holds it exactly and which JSON writes
 // so that it reads back to the same double; the values JSON has no number
 // for are written as text.
@@ -59,29 +82,6 @@ float get_float(const json& j)
     }
     return float(j.get<double>());
 }
-
-const char* buttons_name(Buttons b)
-{
-    switch (b) {
-    case Buttons::ok_cancel: return "ok_cancel";
-    case Buttons::yes_no: return "yes_no";
-    case Buttons::yes_no_cancel: return "yes_no_cancel";
-    default: return "ok";
-    }
-}
-
-Buttons buttons_of(const std::string& s)
-{
-    if (s == "ok_cancel")
-        return Buttons::ok_cancel;
-    if (s == "yes_no")
-        return Buttons::yes_no;
-    if (s == "yes_no_cancel")
-        return Buttons::yes_no_cancel;
-    return Buttons::ok;
-}
-
-} // namespace
 
 std::string search_fingerprint(const SearchSettings& s)
 {

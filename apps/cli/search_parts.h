@@ -31,6 +31,11 @@ std::string search_fingerprint(const SearchSettings& s);
 // "K/N" with 1 <= K <= N; throws std::runtime_error otherwise.
 void parse_shard(const std::string& text, int& shard, int& shards);
 
+// A float as JSON and back, bit for bit: through double, which holds it
+// exactly; NaN and the infinities as text.
+nlohmann::ordered_json put_float(float x);
+float get_float(const nlohmann::json& j);
+
 // Outcomes to JSON and back, every float bit for bit.
 nlohmann::ordered_json outcome_json(const CentreOutcome& o);
 CentreOutcome outcome_from_json(const nlohmann::json& j);

@@ -22,16 +22,16 @@ class AcrossPort : public QuietPort {
 
 } // namespace
 
-std::vector<std::pair<float, float>> across_pairs(const AcrossSpec& spec)
+std::vector<std::pair<float, float>> across_pairs(const AcrossPlan& plan)
 {
     std::vector<std::pair<float, float>> pairs;
-    for (const float x : across_values(spec.x0, spec.x1, spec.dx))
-        for (const float a : spec.aspects)
+    for (const float x : across_values(plan.x0, plan.x1, plan.dx))
+        for (const float a : plan.aspects)
             pairs.emplace_back(x, a);
     return pairs;
 }
 
-AcrossCell run_across_cell(const Project& base, const AcrossSpec& spec, float x, float aspect)
+AcrossCell run_across_cell(const Project& base, const AcrossPlan& plan, float x, float aspect)
 {
     AcrossCell cell;
     cell.x = x;
@@ -40,12 +40,12 @@ AcrossCell run_across_cell(const Project& base, const AcrossSpec& spec, float x,
     auto p = std::make_unique<Project>(base);
     p->search_x = x;
     p->aspect_in = aspect;
-    p->solution_method = int16(spec.method);
-    p->search.valid_only = spec.valid_only;
-    AcrossPort port(spec.answer, spec.stop_request);
-    if (!confirm_search_setup(*p, port, spec.grid, spec.composite))
+    p->solution_method = int16(plan.method);
+    p->search.valid_only = plan.valid_only;
+    AcrossPort port(plan.answer, plan.stop_request);
+    if (!confirm_search_setup(*p, port, plan.grid, plan.composite))
         return cell;
-    if (spec.grid)
+    if (plan.grid)
         solve_grid_search(*p, port);
     else
         solve_auto_search(*p, port);
@@ -63,15 +63,15 @@ AcrossCell run_across_cell(const Project& base, const AcrossSpec& spec, float x,
     return cell;
 }
 
-AcrossResult across_search(const Project& base, const AcrossSpec& spec, ParallelRunner& run)
+AcrossResult across_search(const Project& base, const AcrossPlan& plan, ParallelRunner& run)
 {
-    const std::vector<std::pair<float, float>> pairs = across_pairs(spec);
+    const std::vector<std::pair<float, float>> pairs = across_pairs(plan);
     AcrossResult result;
     result.cells.resize(pairs.size());
     // Each task writes its own cell only.
     run.run(int(pairs.size()), [&](int i) {
         const std::size_t k = std::size_t(i);
-        result.cells[k] = run_across_cell(base, spec, pairs[k].first, pairs[k].second);
+        result.cells[k] = run_across_cell(base, plan, pairs[k].first, pairs[k].second);
     });
     total_across(result);
     return result;

@@ -18,7 +18,7 @@
 
 namespace tobel {
 
-struct AcrossSpec {
+struct AcrossPlan {
     float x0 = 0, x1 = 0, dx = 0;
     std::vector<float> aspects;
     bool grid = true;       // the stored grid search, or else the stored auto search
@@ -29,15 +29,15 @@ struct AcrossSpec {
     std::function<bool()> stop_request; // read by every search between trials; may be empty
 };
 
-// The (X, aspect) pairs of a spec, in the order of the result's cells.
-std::vector<std::pair<float, float>> across_pairs(const AcrossSpec& spec);
+// The (X, aspect) pairs of a plan, in the order of the result's cells.
+std::vector<std::pair<float, float>> across_pairs(const AcrossPlan& plan);
 
 // One classic search of the set on a copy of `base` (a project as read from
 // its file): the stored set-up with X and the aspect replaced, then the search.
-AcrossCell run_across_cell(const Project& base, const AcrossSpec& spec, float x, float aspect);
+AcrossCell run_across_cell(const Project& base, const AcrossPlan& plan, float x, float aspect);
 
-// Every pair of the spec, run through `run` (one search a task); the cells
+// Every pair of the plan, run through `run` (one search a task); the cells
 // come back in pair order whatever order and threads they ran on.
-AcrossResult across_search(const Project& base, const AcrossSpec& spec, ParallelRunner& run);
+AcrossResult across_search(const Project& base, const AcrossPlan& plan, ParallelRunner& run);
 
 } // namespace tobel

@@ -42,9 +42,9 @@ std::unique_ptr<Project> extruded_slope()
     return q;
 }
 
-AcrossSpec spec_of(float x0, float x1, float dx, std::vector<float> aspects)
+AcrossPlan plan_of(float x0, float x1, float dx, std::vector<float> aspects)
 {
-    AcrossSpec s;
+    AcrossPlan s;
     s.x0 = x0;
     s.x1 = x1;
     s.dx = dx;
@@ -105,7 +105,7 @@ TEST(AcrossValues, one_x_needs_no_step_and_a_reversed_or_stepless_range_is_empty
 
 TEST(AcrossPairs, the_aspects_vary_within_each_x)
 {
-    const auto pairs = across_pairs(spec_of(10, 20, 10, {1, 2, 3}));
+    const auto pairs = across_pairs(plan_of(10, 20, 10, {1, 2, 3}));
     ASSERT_EQ(pairs.size(), 6u);
     EXPECT_EQ(pairs[0], std::make_pair(10.0f, 1.0f));
     EXPECT_EQ(pairs[2], std::make_pair(10.0f, 3.0f));
@@ -147,7 +147,7 @@ TEST(AcrossSearch, the_search_at_the_stored_x_and_aspect_is_the_classic_search)
     solve_grid_search(classic, port);
     ASSERT_GT(classic.search.best.trial_number, 0);
 
-    const AcrossResult r = across_search(*base, spec_of(50, 50, 0, {1}), one_by_one);
+    const AcrossResult r = across_search(*base, plan_of(50, 50, 0, {1}), one_by_one);
     ASSERT_EQ(r.cells.size(), 1u);
     EXPECT_TRUE(r.cells[0].set_up);
     EXPECT_TRUE(same_record(r.cells[0].best, classic.search.best));
@@ -161,7 +161,7 @@ TEST(AcrossSearch, a_longer_ellipsoid_on_a_uniform_slope_is_less_safe)
     // End effects add resistance to a 3-D slide; the longer the slide across
     // a uniform slope, the nearer its F comes to the section's, from above.
     const auto base = extruded_slope();
-    const AcrossResult r = across_search(*base, spec_of(50, 50, 0, {1, 2}), one_by_one);
+    const AcrossResult r = across_search(*base, plan_of(50, 50, 0, {1, 2}), one_by_one);
     ASSERT_EQ(r.cells.size(), 2u);
     ASSERT_GT(r.cells[0].best.trial_number, 0);
     ASSERT_GT(r.cells[1].best.trial_number, 0);
@@ -172,10 +172,10 @@ TEST(AcrossSearch, a_longer_ellipsoid_on_a_uniform_slope_is_less_safe)
 TEST(AcrossSearch, the_result_is_the_same_whatever_order_and_threads_the_searches_run_on)
 {
     const auto base = extruded_slope();
-    const AcrossSpec spec = spec_of(30, 70, 20, {1, 1.5f});
-    const AcrossResult serial = across_search(*base, spec, one_by_one);
+    const AcrossPlan plan = plan_of(30, 70, 20, {1, 1.5f});
+    const AcrossResult serial = across_search(*base, plan, one_by_one);
     ThreadEach threads;
-    const AcrossResult parallel = across_search(*base, spec, threads);
+    const AcrossResult parallel = across_search(*base, plan, threads);
     ASSERT_EQ(serial.cells.size(), 6u);
     ASSERT_EQ(parallel.cells.size(), 6u);
     for (std::size_t i = 0; i < serial.cells.size(); ++i) {
@@ -206,9 +206,9 @@ TEST(AcrossSearch, the_result_is_the_same_whatever_order_and_threads_the_searche
 TEST(AcrossSearch, a_stop_request_ends_every_search_as_stopped)
 {
     const auto base = extruded_slope();
-    AcrossSpec spec = spec_of(40, 60, 20, {1});
-    spec.stop_request = [] { return true; };
-    const AcrossResult r = across_search(*base, spec, one_by_one);
+    AcrossPlan plan = plan_of(40, 60, 20, {1});
+    plan.stop_request = [] { return true; };
+    const AcrossResult r = across_search(*base, plan, one_by_one);
     ASSERT_EQ(r.cells.size(), 2u);
     EXPECT_TRUE(r.stopped);
     for (const AcrossCell& c : r.cells)
