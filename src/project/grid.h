@@ -21,11 +21,11 @@ template <class T> struct Grid2 {
         cols = c < 0 ? 0 : c;
         v.assign(std::size_t(rows + 1) * std::size_t(cols + 1), T{});
     }
-    T& operator()(int i, int j) { return v[std::size_t(i) * std::size_t(cols + 1) + std::size_t(j)]; }
-    const T& operator()(int i, int j) const
-    {
-        return v[std::size_t(i) * std::size_t(cols + 1) + std::size_t(j)];
-    }
+    // Where node (i, j) lies in v: grids of one mesh share it, so that one
+    // index reads every column grid of a node.
+    std::size_t index(int i, int j) const { return std::size_t(i) * std::size_t(cols + 1) + std::size_t(j); }
+    T& operator()(int i, int j) { return v[index(i, j)]; }
+    const T& operator()(int i, int j) const { return v[index(i, j)]; }
     void fill(T x) { v.assign(v.size(), x); }
 };
 

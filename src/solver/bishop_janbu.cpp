@@ -253,7 +253,7 @@ static void solve(Project& p, Port& port)
                             continue;
                         }
                         ActiveColumn e;
-                        e.at = std::size_t(r) * std::size_t(p.col_weight.cols + 1) + std::size_t(c);
+                        e.at = p.col_weight.index(r, c);
                         e.r = r;
                         e.c = c;
                         e.m = cs.material;
