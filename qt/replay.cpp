@@ -1,5 +1,7 @@
 #include "qt/replay.h"
 
+#include "qt/image_store.h"
+
 #include <QFont>
 #include <QPaintDevice>
 #include <QPen>
@@ -104,7 +106,7 @@ void draw_run(QPainter& painter, const DisplayList& list, const DrawItem& item, 
 
 } // namespace
 
-void replay(const DisplayList& list, QPainter& painter, QSizeF target)
+void replay(const DisplayList& list, QPainter& painter, QSizeF target, const ImageStore* images)
 {
     painter.save();
     const double dw = list.device_width > 0 ? double(list.device_width) : 1.0;
@@ -185,11 +187,12 @@ void replay(const DisplayList& list, QPainter& painter, QSizeF target)
                 font = picture_font(text_of(item.text), double(f[0]), painter.device());
             break;
         case DrawOp::image:
-            // No images are kept yet (their handles belong to the platform
-            // port): the place an image takes is shown as an empty frame.
             if (item.count >= 4) {
                 const QRectF r = map.rect(f);
-                if (finite(r.topLeft()) && finite(r.bottomRight())) {
+                const QImage* image = images ? images->find(int(item.text)) : nullptr;
+                if (image && finite(r.topLeft()) && finite(r.bottomRight())) {
+                    painter.drawImage(r, *image);
+                } else if (finite(r.topLeft()) && finite(r.bottomRight())) {
                     painter.setPen(cosmetic_pen(rgb(128, 128, 128), 1));
                     painter.setBrush(Qt::NoBrush);
                     painter.drawRect(r);

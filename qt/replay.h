@@ -13,6 +13,9 @@ namespace tobel {
 // device_height) stretched over a `target` of that size in the painter's
 // present coordinates, starting at its origin. The painter's state is
 // restored afterwards.
-void replay(const DisplayList& list, QPainter& painter, QSizeF target);
+// Images are drawn from `images` by their handle; without a store, or for a
+// handle it does not hold, the place an image takes is an empty frame.
+class ImageStore;
+void replay(const DisplayList& list, QPainter& painter, QSizeF target, const ImageStore* images = nullptr);
 
 } // namespace tobel

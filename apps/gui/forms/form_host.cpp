@@ -7,7 +7,7 @@
 
 namespace tobel::gui {
 
-void run_dialogs(QWidget* parent, Project& p, Port& port, DialogSession& s)
+void run_dialogs(QWidget* parent, Project& p, Port& port, DialogSession& s, const ImageStore*)
 {
     while (dialog_open(s)) {
         QDialog d(parent);
