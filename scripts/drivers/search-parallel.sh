@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Runs the grid search of a data file as SHARDS shards with GNU parallel, on
-# this machine or on the hosts of an ssh login file, then merges the parts:
-# the result is that of `tobel search FILE --grid` in one run.
+# Runs the search of a data file as SHARDS shards with GNU parallel, on this
+# machine or on the hosts of an ssh login file, then merges the parts: the
+# result is that of `tobel search FILE --grid [search options]` in one run.
+# A grid search shares its centres; a search across the slope (--across and
+# --aspects, grid or auto) shares its X and aspect pairs.
 #
 #   search-parallel.sh [options] SHARDS FILE.tob OUTDIR [-- search options]
 #
@@ -14,7 +16,8 @@
 #                         and the parts come back; give FILE.tob and OUTDIR as paths
 #                         relative to the current folder.
 #   --tobel PATH          the program (default: $TOBEL, or tobel on the path)
-# Search options after `--` go to every shard (--method M, --composite, --valid-only).
+# Search options after `--` go to every shard (--method M, --composite, --valid-only,
+# --auto in place of the grid search with --across, --across X0,X1,DX --aspects A1,...).
 # Writes OUTDIR/part-K-of-SHARDS.json, OUTDIR/shards.log, OUTDIR/result.json (as `search --json`
 # prints it) and prints the result as `tobel search` does.
 set -euo pipefail
@@ -38,6 +41,9 @@ shards="$1" file="$2" outdir="$3"
 shift 3
 [ "${1:-}" = "--" ] && shift
 extra=("$@")
+# The grid search unless the options choose the auto search.
+kind="--grid"
+for a in "${extra[@]}"; do [ "$a" = "--auto" ] && kind=""; done
 command -v parallel >/dev/null || { echo "search-parallel.sh: GNU parallel is not installed" >&2; exit 1; }
 [[ "$shards" =~ ^[1-9][0-9]*$ ]] || { echo "search-parallel.sh: SHARDS must be a whole number" >&2; exit 1; }
 [ -f "$file" ] || { echo "search-parallel.sh: $file not found" >&2; exit 1; }
@@ -46,7 +52,7 @@ rm -f "$outdir"/part-*-of-"$shards".json
 
 part="$outdir/part-{}-of-$shards.json"
 # {} is the shard number, put in by parallel: it stays out of the quoting.
-shard_cmd="$(printf '%q' "$tobel") search $(printf '%q' "$file") --grid --threads $threads --shard {}/$shards"
+shard_cmd="$(printf '%q' "$tobel") search $(printf '%q' "$file") $kind --threads $threads --shard {}/$shards"
 shard_cmd+=" --out $(printf '%q' "$outdir")/part-{}-of-$shards.json"
 for a in "${extra[@]}"; do shard_cmd+=" $(printf '%q' "$a")"; done
 

@@ -132,3 +132,42 @@ TEST(parallel_cli, gnu_parallel_driver_with_three_shards_gives_the_unsharded_res
 }
 
 } // namespace
+
+namespace {
+
+// The search across the slope of the shipped 3-D example, run whole and by
+// the GNU parallel driver in 3 shards of its X and aspect pairs.
+void across_driver_matches(const std::string& kind)
+{
+    if (std::system("command -v parallel >/dev/null 2>&1") != 0)
+        GTEST_SKIP() << "GNU parallel is not installed (scripts/deps.sh installs it)";
+    ScratchDir dir;
+    const std::string example3d = tobel::test::example_path("slope3d-layers-piezo-force.tob");
+    const std::string driver = std::string(TOBEL_SOURCE_DIR) + "/scripts/drivers/search-parallel.sh";
+    const std::string across = " --across 40,60,10 --aspects 1,2";
+    const std::string extra = kind == "--auto" ? " --auto" : "";
+    RunResult r = tobel::test::run_cli_command("TOBEL='" + std::string(TOBEL_CLI) + "' '" + driver + "' -j 2 3 '" +
+                                               example3d + "' '" + dir.file("out") + "' --" + extra + across +
+                                               " 2>/dev/null");
+    const std::string args = "search '" + example3d + "' " + kind + across;
+    const Both whole = tobel_both(args, dir, "whole");
+    ASSERT_EQ(whole.status, 0) << whole.err;
+    // Six pairs, X 40, 50 and 60 by aspects 1 and 2: six searches.
+    EXPECT_NE(whole.out.find(": 6 searches"), std::string::npos) << whole.out;
+    EXPECT_EQ(r.status, whole.status);
+    EXPECT_EQ(r.out, whole.out);
+    const Both json = tobel_both(args + " --json", dir, "json");
+    EXPECT_EQ(read_bytes(dir.file("out/result.json")), json.out);
+}
+
+} // namespace
+
+TEST(parallel_cli, gnu_parallel_driver_shares_a_grid_search_across_the_slope_by_its_pairs)
+{
+    across_driver_matches("--grid");
+}
+
+TEST(parallel_cli, gnu_parallel_driver_shares_an_auto_search_across_the_slope_by_its_pairs)
+{
+    across_driver_matches("--auto");
+}
