@@ -57,18 +57,19 @@ struct MeshStamp {
 // An active column of a Bishop or Janbu pass: what the iterations read,
 // worked out once in the double values the equations would compute each time.
 struct BishopColumn {
-    std::size_t at = 0; // flat index into the column grids
-    int r = 0, c = 0, m = 0;
+    std::size_t at = 0;                  // flat index into the column grids
+    double cos_gamma = 0, lat_slope = 0; // as stored, single
+    double wl = 0, d_cu = 0;             // W L and U sin(alpha) T - C sin(alpha)
+    double g = 0;                        // sin(alpha) T / cos(gamma)
+    double u = 0, t = 0, coh = 0;        // U = u A, T = tan(phi), C = c A
+    double inv_area = 0;                 // 1 / A
+    double q_arm = 0, h_arm = 0;         // arm of the shear force; H = centre_z - z_s
+    double np_arm = 0, wl_arm_kwe = 0;   // cos(gamma) / cos(alpha) P; W L col_arm + k W E
     bool nonlinear = false, warn = false, positive = false;
-    float area = 0, cos_gamma = 0, lat_slope = 0;
-    double sin_a = 0, cos_a = 0;
-    double h_arm = 0;             // H = centre_z - z_s
-    double p_arm = 0, q_arm = 0;  // arms of the normal and the shear force
-    double wl = 0, wl_arm = 0;    // W L and W L col_arm
-    double kwe = 0, kw = 0;       // k W E and k W
-    double u = 0, t = 0, coh = 0; // U = u A, T = tan(phi), C = c A
-    double g = 0;                 // sin(alpha) T / cos(gamma)
-    double c_sin = 0, u_sin_t = 0;
+    int r = 0, c = 0, m = 0;
+    // Read by Janbu's equations and by a non-linear base's strength only.
+    float area = 0;
+    double sin_a = 0, cos_a = 0, ns_arm = 0, kw = 0; // ns_arm = cos(gamma) / cos(alpha) sin(alpha)
 };
 
 // An active column of a Spencer or Morgenstern-Price round, with what stays
@@ -84,11 +85,23 @@ struct SpencerColumn {
     double sin_a = 0, cos_a = 0, tan_a = 0, tan_b = 0;
     double zs = 0, zg = 0, f = 0;
     double u = 0, t = 0, coh = 0; // U = u A, T = tan(phi), C = c A
+    double ut_c = 0;              // U T - C
 };
 
 struct SpencerRow {
     std::size_t begin = 0, end = 0;
     double weight = 0; // sum of W over the row's active columns
+};
+
+// Sine, cosine and tangent of a node's stored dips (surf_dip_y is alpha,
+// surf_dip_x is beta), as the surface builder worked them out from the slopes
+// it rounded. An entry is always a matching pair: the functions of exactly the
+// single precision angles it names, so it stands for any node whose stored
+// dips are those angles, whoever wrote them.
+struct BaseTrig {
+    float dip_x = 0, dip_y = 0;
+    double sin_a = 0, cos_a = 1, tan_a = 0;
+    double sin_b = 0, cos_b = 1, tan_b = 0;
 };
 
 struct SolverWork {
@@ -111,7 +124,12 @@ struct SolverWork {
     NodeBox box, region;
     bool swept = false; // the solver's set-up went over the whole region
 
-    // 3. Buffers of the solvers, kept so that a trial allocates nothing.
+    // 3. The base trigonometry of the last ellipsoid's slide, node (r, c) of
+    // trig_box at (r - r0) * (c1 - c0 + 1) + (c - c0).
+    NodeBox trig_box;
+    std::vector<BaseTrig> trig;
+
+    // 4. Buffers of the solvers, kept so that a trial allocates nothing.
     std::vector<BishopColumn> bishop;
     std::vector<std::size_t> row_end;
     std::vector<SpencerColumn> spencer;

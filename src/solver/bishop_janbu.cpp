@@ -40,9 +40,8 @@ static void strength_terms(const Project& p, ActiveColumn& e, TanCache& tc)
     e.u = double(p.col_pore.v[e.at]) * area;
     e.coh = double(p.col_cohesion.v[e.at]) * area;
     e.t = tc.of(p.col_phi.v[e.at]);
-    e.g = e.sin_a * e.t / double(e.cos_gamma);
-    e.c_sin = e.coh * e.sin_a;
-    e.u_sin_t = e.u * e.sin_a * e.t;
+    e.g = e.sin_a * e.t / e.cos_gamma;
+    e.d_cu = e.u * e.sin_a * e.t - e.coh * e.sin_a;
 }
 
 // The local factor leaves the pore force out and divides the earthquake term
@@ -61,21 +60,29 @@ static std::string m_alpha_text(double ma, int c, int r, int m)
            str(m);
 }
 
+// The factors of an iteration and their reciprocals, so that a column
+// divides once.
+struct Factors {
+    double f = 1, inv_f = 1, j = 1, inv_j = 1;
+    Factors(double f_, double j_) : f(f_), inv_f(1 / f_), j(j_), inv_j(1 / j_) {}
+};
+
 // The column's equations at the current F (and J for Janbu). False when the
 // normal force is not a finite number.
-static inline bool solve_column(Project& p, Port& port, const ActiveColumn& e, double f, double j, bool janbu,
+static inline bool solve_column(Project& p, Port& port, const ActiveColumn& e, const Factors& fj, bool janbu,
                                 IterationSums& s)
 {
     const double cg = e.cos_gamma;
-    const double ma = cg * (1.0 + e.g / f);
+    const double ma = cg * (1.0 + e.g * fj.inv_f);
     if (e.warn && std::abs(ma) < 0.1) {
         port.beep();
         add_message(p, m_alpha_text(ma, e.c, e.r, e.m));
     }
-    const double n = (e.wl - e.c_sin / f + e.u_sin_t / f) / ma;
+    // (W L - C sin(alpha) / F + U sin(alpha) T / F) / m_alpha
+    const double n = (e.wl + e.d_cu * fj.inv_f) / ma;
     if (!std::isfinite(n))
         return false;
-    const double b = n * double(e.lat_slope);
+    const double b = n * e.lat_slope;
     s.ubf = float(double(s.ubf) + b);
     s.lat_moment += b * e.h_arm;
     if (e.positive) {
@@ -84,18 +91,19 @@ static inline bool solve_column(Project& p, Port& port, const ActiveColumn& e, d
     }
     if (n < 0)
         s.neg = float(double(s.neg) + std::abs(n));
-    p.col_normal.v[e.at] = float(n / double(e.area));
+    p.col_normal.v[e.at] = float(n * e.inv_area);
     const double shear = (n - e.u) * e.t + e.coh;
     s.r += shear * e.q_arm;
-    s.dm = s.dm + e.wl_arm - (n * cg / e.cos_a) * e.p_arm + e.kwe;
+    // W L arm - N' P + k W E, with N' = N cos(gamma) / cos(alpha)
+    s.dm = s.dm + e.wl_arm_kwe - n * e.np_arm;
     if (janbu) {
-        const double mj = cg * (1.0 + e.g / j);
-        const double nj = (e.wl - e.c_sin / j + e.u_sin_t / j) / mj;
+        const double mj = cg * (1.0 + e.g * fj.inv_j);
+        const double nj = (e.wl + e.d_cu * fj.inv_j) / mj;
         if (!std::isfinite(nj))
             return false;
-        p.col_normal.v[e.at] = float(nj / double(e.area));
+        p.col_normal.v[e.at] = float(nj * e.inv_area);
         s.sj += ((nj - e.u) * e.t + e.coh) * e.cos_a;
-        s.nj = s.nj + (nj * cg / e.cos_a) * e.sin_a + e.kw;
+        s.nj = s.nj + nj * e.ns_arm + e.kw;
     }
     return true;
 }
@@ -213,6 +221,7 @@ static void solve(Project& p, Port& port)
             p.active_columns = 0;
             s = IterationSums{};
             Failure failure;
+            const Factors fj(f, j);
 
             if (i == 1) {
                 cols.clear();
@@ -268,7 +277,7 @@ static void solve(Project& p, Port& port)
                         p.col_arm(r, c) = float(y - double(p.centre_y));
                         const double arm = p.col_arm(r, c);
                         e.h_arm = double(p.centre_z) - cs.zs;
-                        e.p_arm = arm * e.cos_a - e.h_arm * e.sin_a;
+                        const double p_arm = arm * e.cos_a - e.h_arm * e.sin_a;
                         e.q_arm = arm * e.sin_a + e.h_arm * e.cos_a;
                         const double quake_arm = e.h_arm - (cs.zg - cs.zs) / 2;
                         const double w = p.col_weight(r, c);
@@ -276,8 +285,7 @@ static void solve(Project& p, Port& port)
                         const double l = 1 + kappa * cs.tan_b;
                         p.col_lateral_load(r, c) = float(w * (l - 1));
                         e.wl = w * l;
-                        e.wl_arm = e.wl * arm;
-                        e.kwe = k * w * quake_arm;
+                        e.wl_arm_kwe = e.wl * arm + k * w * quake_arm;
                         e.kw = k * w;
                         e.positive = cs.tan_b > 0;
                         if (cs.tan_b == 0) {
@@ -291,7 +299,10 @@ static void solve(Project& p, Port& port)
                         strength_terms(p, e, tan_cache);
                         e.warn = type == 1 && e.t > 0;
                         local_fos(p, e, k);
-                        if (!solve_column(p, port, e, f, j, janbu, s)) {
+                        e.inv_area = 1.0 / double(e.area);
+                        e.np_arm = e.cos_gamma / e.cos_a * p_arm;
+                        e.ns_arm = e.cos_gamma / e.cos_a * e.sin_a;
+                        if (!solve_column(p, port, e, fj, janbu, s)) {
                             failure = {true, c, r, e.m};
                             break;
                         }
@@ -330,7 +341,7 @@ static void solve(Project& p, Port& port)
                             strength_terms(p, e, tan_cache);
                             local_fos(p, e, k);
                         }
-                        if (!solve_column(p, port, e, f, j, janbu, s)) {
+                        if (!solve_column(p, port, e, fj, janbu, s)) {
                             failure = {true, e.c, e.r, e.m};
                             break;
                         }

@@ -2,10 +2,13 @@
 
 #include "project/runtime_error.h"
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 
 #include "project/numtext.h"
 #include "report/messages.h"
+#include "surfaces/base_trig.h"
 #include "surfaces/trial_region.h"
 
 namespace tobel {
@@ -23,6 +26,18 @@ static bool clear_if_non_finite(float& x)
     return true;
 }
 
+// A scan of a row's span that the compiler can vectorise: the exponent bits
+// all set is an infinity or a NaN.
+static bool any_non_finite(const Grid2<float>& g, int r, int c0, int c1)
+{
+    unsigned bad = 0;
+    for (int c = c0; c <= c1; ++c) {
+        const std::uint32_t b = std::bit_cast<std::uint32_t>(g.v[g.index(r, c)]);
+        bad |= unsigned((b & 0x7f800000u) == 0x7f800000u);
+    }
+    return bad != 0;
+}
+
 NonFiniteResult clear_non_finite_results(Project& p)
 {
     NonFiniteResult first;
@@ -34,7 +49,9 @@ NonFiniteResult clear_non_finite_results(Project& p)
                     &p.col_eff_thrust, &p.col_thrust_height, &p.col_shear_ratio}) {
         const int r0 = armed ? b.r0 : 0, r1 = armed ? b.r1 : g->rows;
         const int c0 = armed ? b.c0 : 0, c1 = armed ? b.c1 : g->cols;
-        for (int r = r0; r <= r1; ++r)
+        for (int r = r0; r <= r1; ++r) {
+            if (!any_non_finite(*g, r, c0, c1))
+                continue;
             for (int c = c0; c <= c1; ++c) {
                 if (!clear_if_non_finite((*g)(r, c)))
                     continue;
@@ -45,6 +62,7 @@ NonFiniteResult clear_non_finite_results(Project& p)
                     first.c = c;
                 }
             }
+        }
     }
     if (first.found) {
         const int l = p.col_material(first.r, first.c);
@@ -209,19 +227,21 @@ ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw
         }
         ++p.active_columns;
         ++row.active;
-        const double dip_x = p.surf_dip_x(r, c), dip_y = p.surf_dip_y(r, c);
-        s.sin_a = std::sin(dip_y);
-        s.cos_a = std::cos(dip_y);
-        s.tan_b = std::tan(dip_x);
+        // The sines, cosines and tangents of the stored dips; those of an
+        // ellipsoid's slide come worked out with the surface.
+        const BaseTrig bt = node_base_trig(p.work, r, c, p.surf_dip_x(r, c), p.surf_dip_y(r, c));
+        s.sin_a = bt.sin_a;
+        s.cos_a = bt.cos_a;
+        s.tan_b = bt.tan_b;
 
         if (sw.setup) {
-            s.tan_a = std::tan(dip_y);
+            s.tan_a = bt.tan_a;
             const double cg = 1.0 / std::sqrt(s.tan_b * s.tan_b + s.tan_a * s.tan_a + 1.0);
             p.col_cos_gamma(r, c) = float(cg);
             if (sw.bishop_janbu)
                 p.col_lat_slope(r, c) = float(cg * s.tan_b);
-            s.sin_b = std::sin(dip_x);
-            s.cos_b = std::cos(dip_x);
+            s.sin_b = bt.sin_b;
+            s.cos_b = bt.cos_b;
             const double a = double(p.row_spacing) * double(p.col_spacing);
             const double area = a * std::sqrt(1 - s.sin_a * s.sin_a * s.sin_b * s.sin_b) / s.cos_b / s.cos_a;
             p.col_area(r, c) = float(area);

@@ -97,6 +97,7 @@ static void strength_terms(const Project& p, SpencerColumn& e, TanCache& tc)
     e.u = double(p.col_pore.v[e.at]) * e.area;
     e.coh = double(p.col_cohesion.v[e.at]) * e.area;
     e.t = tc.of(p.col_phi.v[e.at]);
+    e.ut_c = e.u * e.t - e.coh;
 }
 
 // The local factor leaves the pore force out; here the earthquake term is
@@ -276,6 +277,7 @@ static void solve(Project& p, Port& port)
             leave_interslice_beyond(p, fn, region, setup_at);
     };
     double f_s = 1;        // F
+    double inv_f = 1;      // 1 / F
     double m_ext = 0;      // moment of the external forces and water thrusts
     double lat_moment = 0; // moment of the lateral components about the centre
     double sum_a1 = 0;
@@ -291,20 +293,15 @@ static void solve(Project& p, Port& port)
     // The column's equations at F and lambda; in the last pass the thrust,
     // the normal force, the side strength and the moments as well.
     auto equations = [&](SpencerColumn& e, RowState& rs) -> bool {
-        const double ma = e.cos_g + e.sin_a * e.t / f_s;
-        const double na = e.cos_g * e.tan_a - e.cos_a * e.t / f_s;
+        const double t_f = e.t * inv_f;
+        const double ma = e.cos_g + e.sin_a * t_f;
+        const double na = e.cos_g * e.tan_a - e.cos_a * t_f;
         if (std::abs(ma) < 0.1)
             add_message(p, m_alpha_text(ma, e.c, e.r, e.m));
-        double a1 = k, a2 = 1, a3 = e.cos_a;
-        if (std::abs(na) > 0.0001) {
-            const double rho = ma / na;
-            const double d = lam * e.f + rho;
-            a1 = (1 + k * rho) / d;
-            a2 = (e.tan_a + rho) / d;
-            a3 = (e.sin_a + rho * e.cos_a) / d;
-            if (!std::isfinite(a1) || !std::isfinite(a2) || !std::isfinite(a3))
-                return false;
-        }
+        const ChainTerms ct = chain_terms(ma, na, lam * e.f, k, e.sin_a, e.cos_a, e.tan_a);
+        const double a1 = ct.a1, a2 = ct.a2, a3 = ct.a3;
+        if (!std::isfinite(a1) || !std::isfinite(a2) || !std::isfinite(a3))
+            return false;
         if (last_pass) {
             const int r = e.r, c = e.c;
             if (e.prev_active) // the arm is carried from the last base to this one
@@ -403,7 +400,7 @@ static void solve(Project& p, Port& port)
             p.moment_other = float(double(p.moment_other) - e.w * (arm + k * em) + n_vert * pa);
         }
         rs.a1 -= e.w * a1;
-        rs.a3 -= (e.u * e.t - e.coh) * a3 / f_s;
+        rs.a3 -= e.ut_c * a3 * inv_f;
         rs.a2 += e.w * a2;
         return true;
     };
@@ -452,6 +449,7 @@ static void solve(Project& p, Port& port)
             double fp = 0, rp = 0;
 
             for (;;) { // an F iteration
+                inv_f = 1 / f_s;
                 ++i;
                 ++p.iteration_count;
                 p.active_columns = 0;

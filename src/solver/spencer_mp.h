@@ -38,6 +38,24 @@ struct LambdaSearch {
 // (s.lambda then holds the last value worked out).
 bool next_lambda(LambdaSearch& s, double rm);
 
+// The column's coefficients of W, W v and (U T - C) / F in its thrust
+// increment: with rho = m_alpha / n_alpha and d = lambda f + rho,
+// a1 = (1 + k rho) / d, a2 = (tan(alpha) + rho) / d and
+// a3 = (sin(alpha) + rho cos(alpha)) / d; when |n_alpha| is not above
+// 0.0001, k, 1 and cos(alpha). Worked out with all three multiplied by
+// n_alpha over n_alpha, so that a column divides once.
+struct ChainTerms {
+    double a1 = 0, a2 = 1, a3 = 0;
+};
+inline ChainTerms chain_terms(double ma, double na, double lambda_f, double k, double sin_a, double cos_a,
+                              double tan_a)
+{
+    if (!(na > 0.0001 || na < -0.0001))
+        return {k, 1, cos_a};
+    const double inv_d = 1 / (lambda_f * na + ma);
+    return {(na + k * ma) * inv_d, (tan_a * na + ma) * inv_d, (sin_a * na + ma * cos_a) * inv_d};
+}
+
 // One secant step of F through (fp, rp) and (fc, rf); a step that lands
 // below 0.18 is put at 0.2.
 double next_factor(double fp, double rp, double fc, double rf);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "surfaces/base_trig.h"
 #include "surfaces/trial_region.h"
 
 namespace tobel {
@@ -21,7 +22,9 @@ double driving_direction(const Project& p)
             if (!(w > 0))
                 continue;
             // surf_dip_y rises towards +Y where the mass moves towards -Y.
-            const double along = w * std::sin(double(p.surf_dip_y(r, c)));
+            const float dip_y = p.surf_dip_y(r, c);
+            const BaseTrig* e = find_base_trig(p.work, r, c, p.surf_dip_x(r, c), dip_y);
+            const double along = w * (e != nullptr ? e->sin_a : std::sin(double(dip_y)));
             if (!std::isfinite(along))
                 continue;
             net += along;

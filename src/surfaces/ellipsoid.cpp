@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "surfaces/base_trig.h"
 #include "surfaces/trial_region.h"
 
 namespace tobel {
@@ -23,7 +24,7 @@ void clear_sliding_surface(Project& p)
 
 // A node beyond the rim, or where the ellipsoid is at or above the ground, has
 // no slide: the plane is the ground and the node has no slopes.
-static void set_outside(Project& p, int row, int col, int ground, int sliding)
+static inline void set_outside(Project& p, int row, int col, int ground, int sliding)
 {
     p.zgrid(row, col, sliding) = p.zgrid(row, col, ground);
     p.surf_dip_x(row, col) = 0.0f;
@@ -92,6 +93,12 @@ void build_ellipsoid(Project& p)
         w.dirty = w.region;
     const NodeBox& region = w.region;
 
+    // The base trigonometry of every node of the slide, for the solver.
+    w.trig_box = slide;
+    if (!slide.empty())
+        w.trig.resize(std::size_t(slide.r1 - slide.r0 + 1) * std::size_t(slide.c1 - slide.c0 + 1));
+    const std::size_t trig_cols = slide.empty() ? 0 : std::size_t(slide.c1 - slide.c0 + 1);
+
     for (int row = region.r0; row <= region.r1; ++row) {
         const float cur_x = node_x(p, row);
         const double dx = ex - double(cur_x);
@@ -122,10 +129,45 @@ void build_ellipsoid(Project& p)
             }
             p.zgrid(row, col, sliding) = z;
             const double t = dy / rl;
-            const float dip_y = float(std::atan(t / std::sqrt(1.0 - t * t)));
+            const double ct = std::sqrt(1.0 - t * t);
+            double ay = quick_atan(t / ct);
+            // Rounded as the library's angle would be, or the library's angle.
+            if (near_float_tie(ay, 1e-14))
+                ay = std::atan(t / ct);
+            const float dip_y = float(ay);
             p.surf_dip_y(row, col) = dip_y;
+            BaseTrig& e = w.trig[std::size_t(row - slide.r0) * trig_cols + std::size_t(col - slide.c0)];
+            e.dip_y = dip_y;
+            // t and sqrt(1 - t^2) are the sine and cosine of the unrounded Y dip.
+            const SinCos sy = rounded_angle(t, ct, ay, dip_y);
+            e.sin_a = sy.s;
+            e.cos_a = sy.c;
+            e.tan_a = sy.s / sy.c;
+            if (two_d) {
+                p.surf_dip_x(row, col) = 0.0f;
+                e.dip_x = 0.0f;
+                e.sin_b = 0;
+                e.cos_b = 1;
+                e.tan_b = 0;
+                continue;
+            }
             // The X slope is tilted by the cosine of the stored, single, Y dip.
-            p.surf_dip_x(row, col) = two_d ? 0.0f : float(std::atan(slope_x / std::cos(double(dip_y))));
+            double v = slope_x / sy.c;
+            double ax = quick_atan(v);
+            // Near a tie of the rounding, with the library's cosine and arc tangent
+            // as the description has them.
+            if (near_float_tie(ax, 1e-12)) {
+                v = slope_x / std::cos(double(dip_y));
+                ax = std::atan(v);
+            }
+            const float dip_x = float(ax);
+            p.surf_dip_x(row, col) = dip_x;
+            e.dip_x = dip_x;
+            const double cb = 1.0 / std::sqrt(1.0 + v * v);
+            const SinCos sx = rounded_angle(v * cb, cb, ax, dip_x);
+            e.sin_b = sx.s;
+            e.cos_b = sx.c;
+            e.tan_b = sx.s / sx.c;
         }
     }
     if (rows >= 1)

@@ -1,0 +1,173 @@
+// The base trigonometry the ellipsoid hands the solver: the sine, cosine and
+// tangent of the very single precision dips it stores, from the slopes it
+// rounds, and dips that are those of the description's formulas.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "surface_fixture.h"
+#include "surfaces/base_trig.h"
+#include "surfaces/ellipsoid.h"
+
+namespace tobel::test {
+namespace {
+
+// A few units in a double's last place of 1.
+constexpr double few_ulps = 1e-15;
+
+TEST(base_trig, angle_sum_over_the_rounding_gives_the_functions_of_the_stored_angle)
+{
+    // The 3-4-5 triangle: sin = 0.6, cos = 0.8 of atan(0.75) exactly.
+    const double a = std::atan(0.75);
+    const float stored = float(a);
+    ASSERT_NE(double(stored), a); // the rounding moved the angle
+    const SinCos sc = rounded_angle(0.6, 0.8, a, stored);
+    // The library functions of the stored angle, the description's values.
+    EXPECT_NEAR(sc.s, std::sin(double(stored)), few_ulps);
+    EXPECT_NEAR(sc.c, std::cos(double(stored)), few_ulps);
+    // And not those of the unrounded angle: the rounding of about 3e-8
+    // shows in the eighth digit.
+    EXPECT_GT(std::abs(sc.s - 0.6), 1e-9);
+}
+
+TEST(base_trig, a_value_at_the_midpoint_of_two_floats_is_a_tie)
+{
+    // 1 + 2^-24 lies halfway between the floats 1 and 1 + 2^-23.
+    const double mid = 1.0 + std::ldexp(1.0, -24);
+    EXPECT_TRUE(near_float_tie(mid, 1e-12));
+    // 2^-50 (9e-16) off the midpoint is within 1e-12 of it.
+    EXPECT_TRUE(near_float_tie(mid + std::ldexp(1.0, -50), 1e-12));
+    // 2^-30 (9.3e-10) off is not.
+    EXPECT_FALSE(near_float_tie(mid + std::ldexp(1.0, -30), 1e-12));
+    EXPECT_FALSE(near_float_tie(mid - std::ldexp(1.0, -30), 1e-12));
+    // A float itself is no tie.
+    EXPECT_FALSE(near_float_tie(1.0, 1e-12));
+    EXPECT_FALSE(near_float_tie(-0.75, 1e-12));
+}
+
+TEST(base_trig, quick_arc_tangent_gives_the_angles_of_known_tangents)
+{
+    const double pi = 3.14159265358979323846;
+    EXPECT_NEAR(quick_atan(1.0), pi / 4, 2e-16);
+    EXPECT_NEAR(quick_atan(-1.0), -pi / 4, 2e-16);
+    EXPECT_NEAR(quick_atan(std::sqrt(3.0)), pi / 3, 3e-16);
+    EXPECT_NEAR(quick_atan(1 / std::sqrt(3.0)), pi / 6, 2e-16);
+    EXPECT_NEAR(quick_atan(1e6), pi / 2 - 1e-6, 3e-16); // pi/2 - 1/x, the x^-3 term 3e-19
+    EXPECT_EQ(quick_atan(0.0), 0.0);
+    EXPECT_TRUE(std::signbit(quick_atan(-0.0)));
+}
+
+TEST(base_trig, quick_arc_tangent_rounds_to_the_library_float_away_from_ties)
+{
+    int checked = 0;
+    for (int i = -40000; i <= 40000; ++i) {
+        // Tangents from -40 to 40, denser near 0.
+        const double x = double(i) * 1e-3 * (1 + std::abs(double(i)) * 1e-4);
+        const double q = quick_atan(x), lib = std::atan(x);
+        ASSERT_NEAR(q, lib, 4e-16 * std::abs(lib) + 1e-300) << x;
+        if (near_float_tie(q, 1e-14))
+            continue;
+        ASSERT_EQ(float(q), float(lib)) << x;
+        ++checked;
+    }
+    EXPECT_GT(checked, 80000 - 10);
+}
+
+// Sphere R = 25 centred at X 20, Y 20, Z 40 over flat ground at 100, mesh
+// 0..40 by 1. Node row 6 (X 5), col 33 (Y 32): dx = 20 - 5 = 15, so
+// Rl = 25 sqrt(1 - 225 / 625) = 20; dy = 32 - 20 = 12, t = dy / Rl = 0.6,
+// sqrt(1 - t^2) = 0.8: tan(alpha) = 0.75, sin 0.6, cos 0.8. The X slope before
+// the tilt is -15 / sqrt(625 - 225) = -0.75; over cos(alpha) = 0.8 it is
+// tan(beta) = -0.9375, cos(beta) = 1 / sqrt(1 + 0.87890625) = 0.72953...,
+// sin(beta) = -0.9375 cos(beta).
+TEST(base_trig, the_ellipsoid_leaves_the_trigonometry_of_a_node_worked_out_by_hand)
+{
+    auto p = make_project({41, 41, 0, 40, 0, 40});
+    set_ground(*p, [](double, double) { return 100.0; });
+    p->ell_x = 20;
+    p->ell_y = 20;
+    p->ell_z = 40;
+    p->ell_radius = 25;
+    p->ell_aspect = 1;
+    clear_sliding_surface(*p);
+    build_ellipsoid(*p);
+    const int r = 6, c = 33;
+    ASSERT_EQ(node_x(*p, r), 5.0);
+    ASSERT_EQ(node_y(*p, c), 32.0);
+    EXPECT_EQ(sliding(*p, r, c), 24.0f); // 40 - sqrt(400 - 144)
+    const float dx = p->surf_dip_x(r, c), dy = p->surf_dip_y(r, c);
+    const BaseTrig* e = find_base_trig(p->work, r, c, dx, dy);
+    ASSERT_NE(e, nullptr);
+    const double cos_b = 1 / std::sqrt(1.87890625);
+    // The rounding of the dips to floats moves the functions by about 1e-8.
+    EXPECT_NEAR(e->sin_a, 0.6, 1e-7);
+    EXPECT_NEAR(e->cos_a, 0.8, 1e-7);
+    EXPECT_NEAR(e->tan_a, 0.75, 1e-7);
+    EXPECT_NEAR(e->tan_b, -0.9375, 1e-7);
+    EXPECT_NEAR(e->cos_b, cos_b, 1e-7);
+    EXPECT_NEAR(e->sin_b, -0.9375 * cos_b, 1e-7);
+    // Exactly, they are the functions of the stored angles.
+    EXPECT_NEAR(e->sin_a, std::sin(double(dy)), few_ulps);
+    EXPECT_NEAR(e->cos_a, std::cos(double(dy)), few_ulps);
+    EXPECT_NEAR(e->tan_a, std::tan(double(dy)), few_ulps);
+    EXPECT_NEAR(e->sin_b, std::sin(double(dx)), few_ulps);
+    EXPECT_NEAR(e->cos_b, std::cos(double(dx)), few_ulps);
+    EXPECT_NEAR(e->tan_b, std::tan(double(dx)), 2 * few_ulps);
+}
+
+TEST(base_trig, stored_dips_are_those_of_the_formulas_at_every_node)
+{
+    // An elongated ellipsoid over a sloping ground on a fine mesh.
+    auto p = make_project({61, 81, 0, 30, 0, 40});
+    set_ground(*p, [](double, double y) { return 10 + 0.4 * y; });
+    p->ell_x = 14.3f;
+    p->ell_y = 17.9f;
+    p->ell_z = 31.7f;
+    p->ell_radius = 21.3f;
+    p->ell_aspect = 0.7f;
+    clear_sliding_surface(*p);
+    build_ellipsoid(*p);
+    const double a = p->ell_aspect, rr = p->ell_radius, k = a * a * rr * rr;
+    int inside = 0;
+    for (int row = 1; row <= p->num_rows; ++row)
+        for (int col = 1; col <= p->num_cols; ++col) {
+            if (sliding(*p, row, col) == ground(*p, row, col))
+                continue;
+            ++inside;
+            // Steps 2 and 7 of the builder, with the node coordinates in single precision.
+            const double ddx = double(p->ell_x) - double(float(node_x(*p, row)));
+            const double ddy = double(float(node_y(*p, col))) - double(p->ell_y);
+            const double rl = rr * std::sqrt(1 - ddx * ddx / k);
+            const double t = ddy / rl;
+            const float dip_y = float(std::atan(t / std::sqrt(1 - t * t)));
+            const float dip_x =
+                float(std::atan(((-ddx) / a / std::sqrt(k - ddx * ddx)) / std::cos(double(dip_y))));
+            ASSERT_EQ(p->surf_dip_y(row, col), dip_y) << row << "," << col;
+            ASSERT_EQ(p->surf_dip_x(row, col), dip_x) << row << "," << col;
+            const BaseTrig* e = find_base_trig(p->work, row, col, dip_x, dip_y);
+            ASSERT_NE(e, nullptr) << row << "," << col;
+            EXPECT_NEAR(e->sin_a, std::sin(double(dip_y)), few_ulps);
+            EXPECT_NEAR(e->cos_b, std::cos(double(dip_x)), few_ulps);
+        }
+    EXPECT_GT(inside, 500);
+}
+
+TEST(base_trig, an_entry_stands_only_for_the_dips_it_names)
+{
+    SolverWork w;
+    w.trig_box = {2, 3, 4, 6};
+    w.trig.resize(6);
+    w.trig[4] = base_trig_of(0.25f, -0.5f); // node (3, 5): (3 - 2) * 3 + (5 - 4)
+    ASSERT_NE(find_base_trig(w, 3, 5, 0.25f, -0.5f), nullptr);
+    EXPECT_DOUBLE_EQ(find_base_trig(w, 3, 5, 0.25f, -0.5f)->tan_b, std::tan(0.25));
+    EXPECT_EQ(find_base_trig(w, 3, 5, 0.25f, 0.5f), nullptr);
+    EXPECT_EQ(find_base_trig(w, 3, 4, 0.25f, -0.5f), nullptr);
+    EXPECT_EQ(find_base_trig(w, 4, 5, 0.25f, -0.5f), nullptr); // beyond the box
+    // A node with other dips gets the library's values.
+    const BaseTrig b = node_base_trig(w, 3, 5, 0.1f, 0.2f);
+    EXPECT_EQ(b.sin_a, std::sin(double(0.2f)));
+    EXPECT_EQ(b.cos_b, std::cos(double(0.1f)));
+}
+
+} // namespace
+} // namespace tobel::test
