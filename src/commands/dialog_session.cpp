@@ -1,14 +1,18 @@
 #include "commands/dialog_session.h"
 
+#include <algorithm>
+#include <array>
 #include <functional>
 #include <initializer_list>
 #include <type_traits>
 
 #include "commands/commands.h"
 #include "commands/surface_commands.h"
-#include "dialogs/wedge_form.h"
+#include "dialogs/numeric_entry.h"
+#include "dialogs/table_rows.h"
 #include "graphics/editor_picture.h"
 #include "graphics/image_calibration.h"
+#include "graphics/picture.h"
 #include "graphics/plan_views.h"
 #include "project/numtext.h"
 #include "solver/checks.h"
@@ -39,7 +43,27 @@ void commit_edit(DialogSession& s)
         force_form_enter(*g, s.row, s.col, s.edit);
     else if (auto* r = std::get_if<RotationForm>(&s.form))
         rotation_form_edit(*r, s.edit);
+    else if (auto* w = std::get_if<WedgeForm>(&s.form))
+        wedge_form_enter(*w, s.row, s.col, s.edit);
+    else if (auto* d = std::get_if<FieldForm>(&s.form))
+        field_form_enter(*d, s.row, s.edit);
     s.edited = false;
+}
+
+// The search forms move view_row with their section X, so their edits are
+// committed with the project at hand.
+void commit_edit(Project& p, DialogSession& s)
+{
+    if (s.edited) {
+        if (auto* g = std::get_if<GridSearchForm>(&s.form)) {
+            grid_form_enter(p, *g, s.row, s.edit);
+            s.edited = false;
+        } else if (auto* a = std::get_if<AutoSearchForm>(&s.form)) {
+            auto_form_enter(p, *a, s.row, s.edit);
+            s.edited = false;
+        }
+    }
+    commit_edit(s);
 }
 
 // The edit text a cell starts from: its number as the form shows it.
@@ -54,14 +78,26 @@ void load_edit(DialogSession& s)
     else if (auto* g = std::get_if<ForceForm>(&s.form)) {
         if (s.row >= 1 && s.row <= g->count())
             s.edit = general_text(g->cell(s.row, s.col));
-    } else if (auto* r = std::get_if<RotationForm>(&s.form))
+    } else if (auto* r = std::get_if<RotationForm>(&s.form)) {
         s.edit = r->text;
+    } else if (auto* w = std::get_if<WedgeForm>(&s.form)) {
+        if (s.row >= 1 && s.row <= w->count())
+            s.edit = general_text(w->cell(s.row, s.col));
+    } else if (auto* d = std::get_if<FieldForm>(&s.form)) {
+        s.edit = general_text(d->value(s.row));
+    } else if (auto* gs = std::get_if<GridSearchForm>(&s.form)) {
+        s.edit = general_text(grid_form_cell(*gs, s.row));
+    } else if (auto* a = std::get_if<AutoSearchForm>(&s.form)) {
+        s.edit = general_text(auto_form_cell(*a, s.row));
+    }
 }
 
 bool number_form(const DialogSession& s)
 {
     return std::holds_alternative<EllipsoidForm>(s.form) || std::holds_alternative<CrackForm>(s.form) ||
-           std::holds_alternative<ForceForm>(s.form) || std::holds_alternative<RotationForm>(s.form);
+           std::holds_alternative<ForceForm>(s.form) || std::holds_alternative<RotationForm>(s.form) ||
+           std::holds_alternative<WedgeForm>(s.form) || std::holds_alternative<FieldForm>(s.form) ||
+           std::holds_alternative<GridSearchForm>(s.form) || std::holds_alternative<AutoSearchForm>(s.form);
 }
 
 bool number_key_accepted(const DialogSession& s, char key)
@@ -72,6 +108,12 @@ bool number_key_accepted(const DialogSession& s, char key)
         return crack_form_accepts(s.edit, key);
     if (std::holds_alternative<ForceForm>(s.form))
         return force_form_accepts(s.edit, key);
+    if (std::holds_alternative<WedgeForm>(s.form))
+        return wedge_form_accepts(s.edit, key);
+    if (std::holds_alternative<FieldForm>(s.form))
+        return field_form_accepts(s.edit, key);
+    if (std::holds_alternative<GridSearchForm>(s.form) || std::holds_alternative<AutoSearchForm>(s.form))
+        return numeric_key_accepted(s.edit, key);
     return rotation_form_accepts(s.edit, key);
 }
 
@@ -95,6 +137,61 @@ template <class F> void take(DialogSession& s, F form)
 void ellipsoid_preview(Project& p, Port& port, EllipsoidForm& f)
 {
     show_setup(p, port, SetupParameters{3, std::span<float>(f.values), false});
+}
+
+// The search records laid out as the set-up picture takes them.
+std::array<float, grid_value_count> setup_values(const GridSearchRecord& r)
+{
+    return {r.grid_x,      r.grid_y1, r.grid_z_top,    r.grid_tangent_z,
+            r.grid_aspect, r.grid_y2, r.grid_z_bottom, r.grid_radius_step,
+            r.grid_ny,     r.grid_nz, r.grid_point_y,  r.grid_point_z};
+}
+std::array<float, auto_value_count> setup_values(const AutoSearchRecord& r)
+{
+    return {r.auto_x,           r.auto_y,      r.auto_z,       r.auto_step,   r.auto_tangent_z,
+            r.auto_radius_step, r.auto_aspect, r.auto_point_y, r.auto_point_z};
+}
+void take_values(GridSearchRecord& r, const std::array<float, grid_value_count>& v)
+{
+    r = {v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], v[8], v[9], v[10], v[11]};
+}
+void take_values(AutoSearchRecord& r, const std::array<float, auto_value_count>& v)
+{
+    r = {v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], v[8]};
+}
+
+// The search area drawn again over the section, after each change of a field.
+void search_preview(Project& p, Port& port, GridSearchForm& f)
+{
+    auto v = setup_values(f.record);
+    show_setup(p, port, SetupParameters{7, std::span<float>(v), f.common_point != 0});
+}
+void search_preview(Project& p, Port& port, AutoSearchForm& f)
+{
+    auto v = setup_values(f.record);
+    show_setup(p, port, SetupParameters{8, std::span<float>(v), f.common_point != 0});
+}
+
+// A pointer event on the set-up picture of a search form: a handle caught,
+// dragged (the record follows it) or dropped.
+template <class F>
+void search_pointer(Project& p, Port& port, DialogSession& s, F& f, int mode, PointerAction action, double y,
+                    double e)
+{
+    commit_edit(p, s);
+    auto v = setup_values(f.record);
+    const SetupParameters set{mode, std::span<float>(v), f.common_point != 0};
+    if (action == PointerAction::down) {
+        setup_pointer_down(p, set, s.drag, y, e);
+    } else if (action == PointerAction::move) {
+        if (!setup_pointer_move(p, set, s.drag, y, e).empty()) {
+            take_values(f.record, v);
+            show_setup(p, port, set);
+        }
+    } else {
+        setup_pointer_up(s.drag);
+    }
+    load_edit(s);
 }
 
 // --- select
@@ -180,6 +277,50 @@ DialogStep on_select(Ctx& c, ForceForm& f, int row, int col)
     force_form_select(f, row);
     c.s.row = row;
     c.s.col = col;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, WedgeForm& f, int row, int col)
+{
+    if (row < 1 || row > f.count() || col < 1 || col > wedge_columns)
+        return DialogStep::not_here;
+    commit_edit(c.s);
+    f.row = c.s.row = row;
+    f.col = c.s.col = col;
+    f.top_row = top_row_showing(f.row, f.top_row, wedge_visible_rows);
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, FieldForm& f, int row, int)
+{
+    if (row < 1 || row > field_rows)
+        return DialogStep::not_here;
+    commit_edit(c.s);
+    f.row = c.s.row = row;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, GridSearchForm& f, int row, int)
+{
+    if (row < 1 || row > grid_form_cells)
+        return DialogStep::not_here;
+    commit_edit(c.p, c.s);
+    search_preview(c.p, c.port, f);
+    c.s.row = row;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_select(Ctx& c, AutoSearchForm& f, int row, int)
+{
+    if (row < 1 || row > auto_form_cells)
+        return DialogStep::not_here;
+    commit_edit(c.p, c.s);
+    search_preview(c.p, c.port, f);
+    c.s.row = row;
     load_edit(c.s);
     return DialogStep::done;
 }
@@ -409,6 +550,59 @@ DialogStep on_key(Ctx& c, ForceForm& f, FormKey key)
     return DialogStep::done;
 }
 
+DialogStep on_key(Ctx& c, WedgeForm& f, FormKey key)
+{
+    commit_edit(c.s);
+    wedge_form_key(f,
+                   key == FormKey::up      ? WedgeKey::up
+                   : key == FormKey::down  ? WedgeKey::down
+                   : key == FormKey::left  ? WedgeKey::left
+                   : key == FormKey::right ? WedgeKey::right
+                   : key == FormKey::tab   ? WedgeKey::tab
+                                           : WedgeKey::enter,
+                   c.port);
+    c.s.row = f.row;
+    c.s.col = f.col;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx& c, FieldForm& f, FormKey key)
+{
+    if (key == FormKey::left || key == FormKey::right)
+        return DialogStep::not_here;
+    commit_edit(c.s);
+    // The grid of the field takes Up and Down; Enter and Tab go down as well.
+    field_form_key(c.p, f, key == FormKey::up ? FieldFormKey::up : FieldFormKey::down, c.port);
+    c.s.row = f.row;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+// The search forms' fields in a column: Up back, Down, Enter and Tab on,
+// within the cells of the form.
+template <class F> DialogStep search_key(Ctx& c, F& f, FormKey key, int cells)
+{
+    const int step = vertical_step(key);
+    if (step == 0)
+        return DialogStep::not_here;
+    commit_edit(c.p, c.s);
+    search_preview(c.p, c.port, f);
+    c.s.row = std::clamp(c.s.row + step, 1, cells);
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_key(Ctx& c, GridSearchForm& f, FormKey key)
+{
+    return search_key(c, f, key, grid_form_cells);
+}
+
+DialogStep on_key(Ctx& c, AutoSearchForm& f, FormKey key)
+{
+    return search_key(c, f, key, auto_form_cells);
+}
+
 DialogStep on_key(Ctx&, GraphicsOptionsForm& f, FormKey key)
 {
     graphics_options_form_key(f, key);
@@ -484,6 +678,23 @@ DialogStep on_choose(Ctx& c, GraphicsOptionsForm& f, int choice)
     if (choice < 0 || choice > 2)
         return DialogStep::not_here;
     graphics_options_choose(c.p, f, choice);
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx& c, WedgeForm& f, int choice)
+{
+    // The scroll bar: the plane shown first of the eight in view.
+    commit_edit(c.s);
+    f.top_row = std::clamp(choice, 1, std::max(1, f.count() - wedge_visible_rows + 1));
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx& c, GeneralSurfaceForm& f, int choice)
+{
+    if (choice < 0 || choice > 1)
+        return DialogStep::not_here;
+    if (choose_general_method(c.p, f, choice, c.port) == GeneralNext::closed)
+        close(c.s);
     return DialogStep::done;
 }
 
@@ -605,6 +816,63 @@ DialogStep on_button(Ctx& c, ForceForm& f, std::string_view b, int)
     return DialogStep::done;
 }
 
+DialogStep on_button(Ctx& c, WedgeForm& f, std::string_view b, int)
+{
+    commit_edit(c.s);
+    if (b == "add")
+        wedge_form_add_row(f, c.port);
+    else if (b == "delete")
+        wedge_form_delete_row(f);
+    else
+        return DialogStep::not_here;
+    c.s.row = f.row;
+    c.s.col = f.col;
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, GeneralSurfaceForm& f, std::string_view b, int)
+{
+    if (b == "file") {
+        if (choose_general_grid_file(c.p, f, c.port) == GeneralNext::closed)
+            close(c.s);
+        return DialogStep::done;
+    }
+    if (b == "field") {
+        // The field form comes up over this one, which waits beneath it.
+        GeneralSurfaceForm beneath = f;
+        take(c.s, open_field_form(c.p));
+        c.s.general_beneath = std::move(beneath);
+        return DialogStep::done;
+    }
+    // The buttons shared with the layer forms have no action here.
+    if (b == "add-surface" || b == "delete-surface" || b == "change")
+        return DialogStep::done;
+    return DialogStep::not_here;
+}
+
+DialogStep on_button(Ctx& c, GridSearchForm& f, std::string_view b, int)
+{
+    if (b != "common")
+        return DialogStep::not_here;
+    commit_edit(c.p, c.s);
+    grid_form_toggle_common(f);
+    search_preview(c.p, c.port, f);
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_button(Ctx& c, AutoSearchForm& f, std::string_view b, int)
+{
+    if (b != "common")
+        return DialogStep::not_here;
+    commit_edit(c.p, c.s);
+    auto_form_toggle_common(f);
+    search_preview(c.p, c.port, f);
+    load_edit(c.s);
+    return DialogStep::done;
+}
+
 DialogStep on_button(Ctx& c, GraphicsOptionsForm& f, std::string_view b, int)
 {
     if (b != "default")
@@ -704,11 +972,7 @@ void on_continue(Ctx& c, SectionEditor& ed)
     switch (continue_editor(c.p, editor, c.port)) {
     case EditorNext::finished: finish_load(c); break;
     case EditorNext::general_done: break;
-    case EditorNext::to_wedge:
-        // The wedge planes are confirmed as the project holds them, as the
-        // surface commands of the command line do.
-        continue_wedge_form(c.p, open_wedge_form(c.p), c.port);
-        break;
+    case EditorNext::to_wedge: take(c.s, open_wedge_form(c.p)); break;
     }
 }
 
@@ -722,7 +986,56 @@ void on_continue(Ctx& c, CrackForm& f)
 }
 void on_continue(Ctx& c, EllipsoidForm& f)
 {
-    continue_ellipsoid_form(c.p, f, c.port);
+    if (continue_ellipsoid_form(c.p, f, c.port) == EllipsoidNext::to_wedge_form)
+        take(c.s, open_wedge_form(c.p));
+}
+void on_continue(Ctx& c, WedgeForm& f)
+{
+    continue_wedge_form(c.p, f, c.port);
+}
+
+void on_continue(Ctx& c, GeneralSurfaceForm& f)
+{
+    const GeneralSurfaceForm form = f;
+    close(c.s);
+    switch (continue_general_surface_form(c.p, form, c.port)) {
+    case GeneralNext::section_editor:
+        // The editor opens on section 1 with the sliding line the one edited.
+        c.p.edit_general = true;
+        c.p.view_row = 1;
+        take(c.s, editor_open(c.p, c.port));
+        break;
+    case GeneralNext::to_wedge_form: take(c.s, open_wedge_form(c.p)); break;
+    default: break;
+    }
+}
+
+// The general surface form comes back when the field form over it ends.
+void back_to_general(Ctx& c)
+{
+    if (!c.s.general_beneath)
+        return;
+    GeneralSurfaceForm form = std::move(*c.s.general_beneath);
+    c.s.general_beneath.reset();
+    take(c.s, std::move(form));
+}
+
+void on_continue(Ctx& c, FieldForm& f)
+{
+    continue_field_form(c.p, f, c.port);
+    back_to_general(c);
+}
+
+void on_continue(Ctx& c, GridSearchForm& f)
+{
+    if (continue_grid_search_form(c.p, f, c.port) == SearchFormNext::to_wedge_form)
+        take(c.s, open_wedge_form(c.p));
+}
+
+void on_continue(Ctx& c, AutoSearchForm& f)
+{
+    if (continue_auto_search_form(c.p, f, c.port) == SearchFormNext::to_wedge_form)
+        take(c.s, open_wedge_form(c.p));
 }
 void on_continue(Ctx& c, RotationForm& f)
 {
@@ -775,6 +1088,18 @@ void on_cancel(Ctx& c, ColourForm& f)
 {
     cancel_colour_form(c.p, f);
 }
+void on_cancel(Ctx& c, WedgeForm&)
+{
+    cancel_wedge_form(c.p);
+}
+void on_cancel(Ctx& c, GeneralSurfaceForm&)
+{
+    cancel_general_surface_form(c.p);
+}
+void on_cancel(Ctx& c, FieldForm&)
+{
+    cancel_field_form(c.p);
+}
 
 } // namespace
 
@@ -803,6 +1128,13 @@ std::string dialog_caption(const DialogSession& s)
         std::string operator()(const RotationForm&) const { return "Rotation Angle"; }
         std::string operator()(const GraphicsOptionsForm&) const { return graphics_options_caption; }
         std::string operator()(const ColourForm&) const { return colour_form_caption; }
+        // The wedge and search forms have no caption of their own in the
+        // description; they take the names of their menu items.
+        std::string operator()(const WedgeForm&) const { return "Wedge Sliding Surface"; }
+        std::string operator()(const GeneralSurfaceForm&) const { return general_form_caption; }
+        std::string operator()(const FieldForm&) const { return field_form_caption; }
+        std::string operator()(const GridSearchForm&) const { return "Grid Search"; }
+        std::string operator()(const AutoSearchForm&) const { return "Auto Search"; }
     } caption;
     return std::visit(caption, s.form);
 }
@@ -810,13 +1142,24 @@ std::string dialog_caption(const DialogSession& s)
 DialogKind parse_dialog_kind(std::string_view name)
 {
     static const std::pair<std::string_view, DialogKind> names[] = {
-        {"control", DialogKind::control},     {"interpolation", DialogKind::interpolation},
-        {"materials", DialogKind::materials}, {"layers", DialogKind::layers},
-        {"piezos", DialogKind::piezos},       {"positions", DialogKind::positions},
-        {"sections", DialogKind::sections},   {"forces", DialogKind::forces},
-        {"crack", DialogKind::crack},         {"ellipsoid", DialogKind::ellipsoid},
-        {"rotation", DialogKind::rotation},   {"graphics-options", DialogKind::graphics_options},
+        {"control", DialogKind::control},
+        {"interpolation", DialogKind::interpolation},
+        {"materials", DialogKind::materials},
+        {"layers", DialogKind::layers},
+        {"piezos", DialogKind::piezos},
+        {"positions", DialogKind::positions},
+        {"sections", DialogKind::sections},
+        {"forces", DialogKind::forces},
+        {"crack", DialogKind::crack},
+        {"ellipsoid", DialogKind::ellipsoid},
+        {"rotation", DialogKind::rotation},
+        {"graphics-options", DialogKind::graphics_options},
         {"colours", DialogKind::colours},
+        {"wedge", DialogKind::wedge},
+        {"general", DialogKind::general},
+        {"field", DialogKind::field},
+        {"grid-search", DialogKind::grid_search},
+        {"auto-search", DialogKind::auto_search},
     };
     for (const auto& [n, kind] : names)
         if (n == name)
@@ -841,13 +1184,57 @@ const char* dialog_menu_control(DialogKind kind)
     case DialogKind::rotation: return "Rotation_angle";
     case DialogKind::graphics_options: return "Graphics_Options";
     case DialogKind::colours: return "colors";
+    case DialogKind::wedge: return "Edit_Sliding_surface_wedge";
+    // The field form is reached from the general surface form.
+    case DialogKind::general:
+    case DialogKind::field: return "Edit_Sliding_surface_general";
+    case DialogKind::grid_search: return "Solve_grid_search";
+    case DialogKind::auto_search: return "Solve_auto_search";
     }
     return "";
+}
+
+void open_surface_dialog(Project& p, Port& port, DialogSession& s, SurfaceCommand which)
+{
+    close(s);
+    s.general_beneath.reset();
+    begin_surface_command(p, port, which);
+    switch (which) {
+    case SurfaceCommand::ellipsoid:
+    case SurfaceCommand::composite:
+        take(s, open_ellipsoid_form(p));
+        ellipsoid_preview(p, port, std::get<EllipsoidForm>(s.form));
+        return;
+    case SurfaceCommand::wedge: take(s, open_wedge_form(p)); return;
+    case SurfaceCommand::general:
+    case SurfaceCommand::general_wedge: take(s, open_general_surface_form(p)); return;
+    }
+}
+
+void open_search_dialog(Project& p, Port& port, DialogSession& s, bool grid, bool composite)
+{
+    close(s);
+    s.general_beneath.reset();
+    // As every surface command: clear water and forces, keep_window 0.
+    reset_forces(p);
+    p.keep_window = 0;
+    p.form_mode = int16(composite ? (grid ? 5 : 6) : 0);
+    p.view_mode = int16(grid ? 7 : 8);
+    p.pictures.search.caption = search_setup_window_caption();
+    bring_up(p, p.pictures.search, port);
+    if (grid) {
+        take(s, open_grid_search_form(p));
+        search_preview(p, port, std::get<GridSearchForm>(s.form));
+    } else {
+        take(s, open_auto_search_form(p));
+        search_preview(p, port, std::get<AutoSearchForm>(s.form));
+    }
 }
 
 void open_dialog(Project& p, Port& port, DialogSession& s, DialogKind kind)
 {
     close(s);
+    s.general_beneath.reset();
     switch (kind) {
     case DialogKind::none: return;
     case DialogKind::control:
@@ -871,11 +1258,12 @@ void open_dialog(Project& p, Port& port, DialogSession& s, DialogKind kind)
         return;
     case DialogKind::forces: take(s, open_force_form(p)); return;
     case DialogKind::crack: take(s, open_crack_form(p)); return;
-    case DialogKind::ellipsoid:
-        begin_surface_command(p, port, SurfaceCommand::ellipsoid);
-        take(s, open_ellipsoid_form(p));
-        ellipsoid_preview(p, port, std::get<EllipsoidForm>(s.form));
-        return;
+    case DialogKind::ellipsoid: open_surface_dialog(p, port, s, SurfaceCommand::ellipsoid); return;
+    case DialogKind::wedge: open_surface_dialog(p, port, s, SurfaceCommand::wedge); return;
+    case DialogKind::general: open_surface_dialog(p, port, s, SurfaceCommand::general); return;
+    case DialogKind::field: take(s, open_field_form(p)); return;
+    case DialogKind::grid_search: open_search_dialog(p, port, s, true, false); return;
+    case DialogKind::auto_search: open_search_dialog(p, port, s, false, false); return;
     case DialogKind::rotation: take(s, open_rotation_form(p)); return;
     case DialogKind::graphics_options: take(s, open_graphics_options_form(p)); return;
     case DialogKind::colours: take(s, open_colour_form(p)); return;
@@ -975,6 +1363,14 @@ DialogStep dialog_pointer(Project& p, Port& port, DialogSession& s, PointerActio
         load_edit(s);
         return DialogStep::done;
     }
+    if (auto* g = std::get_if<GridSearchForm>(&s.form)) {
+        search_pointer(p, port, s, *g, 7, action, y, e);
+        return DialogStep::done;
+    }
+    if (auto* a = std::get_if<AutoSearchForm>(&s.form)) {
+        search_pointer(p, port, s, *a, 8, action, y, e);
+        return DialogStep::done;
+    }
     if (auto* f = std::get_if<ColourForm>(&s.form)) {
         if (action == PointerAction::down)
             colour_form_sampler_click(*f, y, e);
@@ -986,7 +1382,7 @@ DialogStep dialog_pointer(Project& p, Port& port, DialogSession& s, PointerActio
 void dialog_continue(Project& p, Port& port, DialogSession& s)
 {
     Ctx c{p, port, s};
-    commit_edit(s);
+    commit_edit(p, s);
     // Forms that end here whatever Continue does are closed first, so that
     // a form opened by the chain replaces them.
     std::visit(
@@ -994,7 +1390,9 @@ void dialog_continue(Project& p, Port& port, DialogSession& s)
             using F = std::decay_t<decltype(f)>;
             if constexpr (std::is_same_v<F, ForceForm> || std::is_same_v<F, CrackForm> ||
                           std::is_same_v<F, EllipsoidForm> || std::is_same_v<F, RotationForm> ||
-                          std::is_same_v<F, GraphicsOptionsForm> || std::is_same_v<F, ColourForm>) {
+                          std::is_same_v<F, GraphicsOptionsForm> || std::is_same_v<F, ColourForm> ||
+                          std::is_same_v<F, WedgeForm> || std::is_same_v<F, FieldForm> ||
+                          std::is_same_v<F, GridSearchForm> || std::is_same_v<F, AutoSearchForm>) {
                 F form = std::move(f);
                 close(s);
                 on_continue(c, form);
@@ -1016,6 +1414,7 @@ void dialog_cancel(Project& p, Port& port, DialogSession& s)
     if (auto* ed = std::get_if<SectionEditor>(&s.form))
         cancel_editor(p, *ed);
     close(s);
+    back_to_general(c);
 }
 
 } // namespace tobel

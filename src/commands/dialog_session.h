@@ -6,22 +6,29 @@
 // scripts and the desktop program both drive the forms through here.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 
+#include "commands/surface_commands.h"
+#include "dialogs/auto_search_form.h"
 #include "dialogs/colour_form.h"
 #include "dialogs/control_form.h"
 #include "dialogs/crack_form.h"
 #include "dialogs/ellipsoid_form.h"
+#include "dialogs/field_form.h"
 #include "dialogs/force_form.h"
+#include "dialogs/general_surface_form.h"
 #include "dialogs/graphics_options_form.h"
+#include "dialogs/grid_search_form.h"
 #include "dialogs/interpolation_form.h"
 #include "dialogs/layer_form.h"
 #include "dialogs/material_form.h"
 #include "dialogs/piezo_form.h"
 #include "dialogs/positions_form.h"
 #include "dialogs/rotation_form.h"
+#include "dialogs/wedge_form.h"
 #include "graphics/section_editor.h"
 #include "graphics/setup_handles.h"
 #include "project/project.h"
@@ -46,11 +53,17 @@ enum class DialogKind {
     rotation,         // Solve > Set Rotation Angle...
     graphics_options, // Options > Graphics Options...
     colours,          // Options > Colours...
+    wedge,            // Sliding Surface > Wedge
+    general,          // Sliding Surface > General
+    field,            // the Field button of the general surface form
+    grid_search,      // Sliding Surface > Ellipsoid > Grid Search
+    auto_search,      // Sliding Surface > Ellipsoid > Auto Search
 };
 
 using DialogForm = std::variant<std::monostate, ControlForm, InterpolationForm, MaterialForm, LayerForm,
                                 PiezoForm, PositionsForm, SectionEditor, ForceForm, CrackForm, EllipsoidForm,
-                                RotationForm, GraphicsOptionsForm, ColourForm>;
+                                RotationForm, GraphicsOptionsForm, ColourForm, WedgeForm, GeneralSurfaceForm,
+                                FieldForm, GridSearchForm, AutoSearchForm>;
 
 struct DialogSession {
     DialogForm form;
@@ -60,8 +73,12 @@ struct DialogSession {
     int col = 1;
     std::string edit;
     bool edited = false;
-    // A handle of the set-up picture held by the pointer (ellipsoid form).
+    // A handle of the set-up picture held by the pointer (ellipsoid and
+    // search forms).
     SetupDrag drag;
+    // The general surface form stays open under the discontinuity field
+    // form that its Field button brings up, and comes back when that ends.
+    std::optional<GeneralSurfaceForm> general_beneath;
     // Today's date as the system writes it, for Control Parameters.
     std::string today;
 };
@@ -75,13 +92,29 @@ std::string dialog_caption(const DialogSession& s);
 
 // "control", "interpolation", "materials", "layers", "piezos", "positions",
 // "sections", "forces", "crack", "ellipsoid", "rotation", "graphics-options",
-// "colours"; none when unknown.
+// "colours", "wedge", "general", "field", "grid-search", "auto-search"; none
+// when unknown.
 DialogKind parse_dialog_kind(std::string_view name);
 // The menu item that opens the form.
 const char* dialog_menu_control(DialogKind kind);
 
 // The menu command that opens the form. Opening drops any form still open.
+// The surface forms open as their plain menu items do: the ellipsoid and the
+// wedge alone (form_mode 0), the general surface alone (7), the searches
+// not composite (0).
 void open_dialog(Project& p, Port& port, DialogSession& s, DialogKind kind);
+
+// A Sliding Surface menu item: the surface command begun (water and forces
+// cleared, keep_window 0, its form_mode, the set-up window of the ellipsoid
+// family) and its first form opened: the ellipsoid form for the ellipsoid and
+// the composite (3), the wedge form (0), the general surface form for the
+// general surface (7) and the composite general surface (4).
+void open_surface_dialog(Project& p, Port& port, DialogSession& s, SurfaceCommand which);
+
+// Sliding Surface > Ellipsoid or Composite > Grid Search or Auto Search: the
+// search form over its set-up picture, form_mode 5 or 6 for a composite (the
+// wedge form follows its Continue), 0 otherwise.
+void open_search_dialog(Project& p, Port& port, DialogSession& s, bool grid, bool composite);
 
 // File > New: the save prompt, the cleared project, and Control Parameters
 // as the first step of the new project chain. Nothing opens on a cancel.
@@ -105,15 +138,24 @@ DialogStep dialog_key(Project& p, Port& port, DialogSession& s, FormKey key);
 // numbers them: the water list (0, 1), the interpolation method (1 to 3),
 // the material type of the selected entry (1 to 5, as mat_type), the input
 // method of the current surface row (0 to 2), the crack option (0 to 2), the
-// rotation scroll, the fill style (0 to 2), the blue scroll.
+// rotation scroll, the fill style (0 to 2), the blue scroll, the wedge
+// grid's scroll (its top row), the general surface's input method (0, 1).
+//
+// The cells of the forms added last: the wedge grid by plane and column (as
+// WedgeColumn); the field form's four rows; the grid search form's cells as
+// grid_form_cell numbers them, the auto search form's as auto_form_cell.
 DialogStep dialog_choose(Project& p, Port& port, DialogSession& s, int choice);
 // A button by its script name, with a number for the buttons that take one
-// (goto-line, goto-section, copy-layer, copy-section).
+// (goto-line, goto-section, copy-layer, copy-section). Wedge form: add,
+// delete. General surface form: file, field (and add-surface,
+// delete-surface, change, which do nothing there). Search forms: common (the
+// "Change to Common Point" / "Change to Common Tangent" command).
 DialogStep dialog_button(Project& p, Port& port, DialogSession& s, std::string_view button, int arg = 0);
 
 // Pointer events on the section editor's picture, in world units (the
 // elevation multiplied by vert_exag), on the set-up picture of the ellipsoid
-// form (its handles are dragged) or on the colour sampler (its units).
+// and search forms (their handles are dragged) or on the colour sampler (its
+// units).
 enum class PointerAction { down, move, up };
 DialogStep dialog_pointer(Project& p, Port& port, DialogSession& s, PointerAction action,
                           PointerButton button, bool shift, double y, double e);

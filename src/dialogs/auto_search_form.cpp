@@ -39,6 +39,30 @@ void auto_form_enter_x(Project& p, AutoSearchForm& form, std::string_view text)
     p.view_row = section_row_of(p, form.record.auto_x);
 }
 
+float& auto_form_cell(AutoSearchForm& form, int cell)
+{
+    AutoSearchRecord& r = form.record;
+    switch (cell) {
+    case 2: return r.auto_y;
+    case 3: return r.auto_z;
+    case 4: return r.auto_step;
+    case 5: return auto_form_block(form, 1);
+    case 6: return auto_form_block(form, 2);
+    case 7: return r.auto_aspect;
+    default: return r.auto_x;
+    }
+}
+
+void auto_form_enter(Project& p, AutoSearchForm& form, int cell, std::string_view text)
+{
+    if (cell < 1 || cell > auto_form_cells)
+        return;
+    if (cell == 1)
+        auto_form_enter_x(p, form, text);
+    else
+        auto_form_cell(form, cell) = float(val(text));
+}
+
 SearchFormNext continue_auto_search_form(Project& p, const AutoSearchForm& form, Port& port)
 {
     p.auto_use_common = int16(form.common_point);

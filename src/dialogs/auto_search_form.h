@@ -32,6 +32,15 @@ float& auto_form_block(AutoSearchForm& form, int which);
 
 void auto_form_enter_x(Project& p, AutoSearchForm& form, std::string_view text);
 
+// The form's cells, top to bottom: 1 the section X, 2 and 3 the starting
+// centre's Y and Z, 4 its step, 5 and 6 the two fields of the block, 7 the
+// aspect ratio.
+constexpr int auto_form_cells = 7;
+float& auto_form_cell(AutoSearchForm& form, int cell);
+// A number typed into a cell: the leading number of the text, 0 if none; the
+// section X moves view_row as auto_form_enter_x does.
+void auto_form_enter(Project& p, AutoSearchForm& form, int cell, std::string_view text);
+
 // Continue: the option flag and the record go to the ellipsoid store; the
 // first ellipsoid is built. In a composite auto search (form_mode 6) the
 // wedge form comes next; otherwise Solve > Auto Search is offered.

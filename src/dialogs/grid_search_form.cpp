@@ -55,6 +55,33 @@ void grid_form_enter_x(Project& p, GridSearchForm& form, std::string_view text)
     p.view_row = section_row_of(p, form.record.grid_x);
 }
 
+float& grid_form_cell(GridSearchForm& form, int cell)
+{
+    GridSearchRecord& r = form.record;
+    switch (cell) {
+    case 2: return r.grid_y1;
+    case 3: return r.grid_z_top;
+    case 4: return r.grid_y2;
+    case 5: return r.grid_z_bottom;
+    case 6: return r.grid_ny;
+    case 7: return r.grid_nz;
+    case 8: return grid_form_block(form, 1);
+    case 9: return grid_form_block(form, 2);
+    case 10: return r.grid_aspect;
+    default: return r.grid_x;
+    }
+}
+
+void grid_form_enter(Project& p, GridSearchForm& form, int cell, std::string_view text)
+{
+    if (cell < 1 || cell > grid_form_cells)
+        return;
+    if (cell == 1)
+        grid_form_enter_x(p, form, text);
+    else
+        grid_form_cell(form, cell) = float(val(text));
+}
+
 SearchFormNext finish_search_form(Project& p, Port& port, bool grid)
 {
     p.ell_x = p.search_x;

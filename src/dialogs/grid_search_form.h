@@ -45,6 +45,16 @@ float& grid_form_block(GridSearchForm& form, int which);
 // A number typed into the section X: its leading number; view_row follows it.
 void grid_form_enter_x(Project& p, GridSearchForm& form, std::string_view text);
 
+// The form's cells, top to bottom: 1 the section X, 2 and 3 the upper left
+// centre's Y and Z, 4 and 5 the lower right centre's Y and Z, 6 and 7 the
+// counts of centres along Y and Z, 8 and 9 the two fields of the block, 10
+// the aspect ratio.
+constexpr int grid_form_cells = 10;
+float& grid_form_cell(GridSearchForm& form, int cell);
+// A number typed into a cell: the leading number of the text, 0 if none; the
+// section X moves view_row as grid_form_enter_x does.
+void grid_form_enter(Project& p, GridSearchForm& form, int cell, std::string_view text);
+
 // What the form leads to after Continue.
 enum class SearchFormNext { search_ready, to_wedge_form };
 
