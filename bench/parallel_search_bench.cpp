@@ -1,10 +1,23 @@
 // The grid search on several threads: 6 by 5 centres with radius stepping on
-// the bench trial's 100 by 100 mesh, on 1, 2, 4 and 8 threads (more threads
-// than cores oversubscribe the machine). Reports the time of a search, its
-// speed-up and parallel efficiency against one thread, and the best record,
-// which must be the same at every count. The memory case searches a
-// 1000 by 1000 mesh once and reports the peak resident size of the process:
-// run it alone per thread count (--benchmark_filter=grid_search_memory/1$).
+// the bench trial's 100 by 100 mesh, on 1, 2, 4 and 8 threads. A search
+// evaluates on no more working projects than the machine has cores
+// (working_sets), so 4 and 8 threads on a 2-core machine work as 2 do.
+// Reports the time of a search, its speed-up and parallel efficiency
+// against one thread (over the cores that can work at once), and the best
+// record, which must be the same at every count. The machine is shared:
+// compare the counts of one run, and repeat the run
+// (--benchmark_repetitions=5 --benchmark_filter='grid_search_threads|machine_cores').
+// cores_used of a search against cores_given of machine_cores/2 tells what
+// the other loads left; work_ratio, the CPU time of a search against one
+// thread's, what the threads themselves add.
+//
+// The memory case searches a 1000 by 1000 mesh once and reports the peak
+// resident size of the process, which is the whole process's: run each
+// thread count in a process of its own,
+//   tobel_bench --benchmark_filter='grid_search_memory/1/'
+//   tobel_bench --benchmark_filter='grid_search_memory/16/'
+// and compare peak_rss_MB. grid_search_memory_all_sets/16 lifts the limit
+// on working projects to the 16 threads, for what each of them costs.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -13,8 +26,11 @@
 #include <map>
 #include <memory>
 #include <sys/resource.h>
+#include <thread>
+#include <vector>
 
 #include "bench_fixture.h"
+#include "search/centre_queue.h"
 #include "search/grid_search.h"
 #include "search/trial.h"
 #include "tbb_runner.h"
@@ -23,6 +39,15 @@
 namespace {
 
 using namespace tobel;
+
+// CPU time of the whole process (every thread), in seconds.
+double process_cpu_seconds()
+{
+    rusage u{};
+    getrusage(RUSAGE_SELF, &u);
+    return double(u.ru_utime.tv_sec + u.ru_stime.tv_sec) +
+           double(u.ru_utime.tv_usec + u.ru_stime.tv_usec) * 1e-6;
+}
 
 double search_once(Project& p, const GridSearchRecord& r)
 {
@@ -39,6 +64,7 @@ double search_once(Project& p, const GridSearchRecord& r)
 }
 
 std::map<int, double> seconds_by_threads; // for the efficiency against one thread
+std::map<int, double> cpu_by_threads;
 
 void grid_search_threads(benchmark::State& state)
 {
@@ -48,6 +74,7 @@ void grid_search_threads(benchmark::State& state)
         p->search.runner = std::make_shared<TbbRunner>(threads);
     const GridSearchRecord r = bench::bench_grid();
     double seconds = 0;
+    const double cpu0 = process_cpu_seconds();
     for (auto _ : state) {
         seconds += search_once(*p, r);
         benchmark::DoNotOptimize(p->search.best.fos);
@@ -55,12 +82,23 @@ void grid_search_threads(benchmark::State& state)
     const double per = seconds / double(state.iterations());
     seconds_by_threads[threads] = per;
     state.counters["seconds_per_search"] = per;
+    // The work of a search on all its threads: more than one thread's shows
+    // what the threads add (copies, waiting, cache misses), apart from the
+    // other loads of a shared machine.
+    const double cpu = (process_cpu_seconds() - cpu0) / double(state.iterations());
+    cpu_by_threads[threads] = cpu;
+    state.counters["cpu_seconds_per_search"] = cpu;
+    if (cpu_by_threads.count(1) != 0)
+        state.counters["work_ratio"] = cpu / cpu_by_threads[1];
+    // The cores the search had on average; compare with machine_cores/2.
+    state.counters["cores_used"] = cpu / per;
     state.counters["trials"] = p->search.trial_count;
     state.counters["best_F"] = p->search.best.fos;
     state.counters["best_trial"] = p->search.best.trial_number;
     state.counters["best_y"] = p->search.best.y;
     state.counters["best_z"] = p->search.best.z;
     state.counters["best_radius"] = p->search.best.radius;
+    state.counters["working_sets"] = p->search.runner ? p->search.runner->working_sets() : 1;
     if (seconds_by_threads.count(1) != 0) {
         const double speed_up = seconds_by_threads[1] / per;
         state.counters["speed_up"] = speed_up;
@@ -70,12 +108,38 @@ void grid_search_threads(benchmark::State& state)
     }
 }
 
-void grid_search_memory(benchmark::State& state)
+// What the machine gives n threads that never wait: the cores they have on
+// average (CPU time over real time). Below n, other loads share the cores,
+// and no search on n threads can do better.
+void machine_cores(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    double given = 0;
+    for (auto _ : state) {
+        const double cpu0 = process_cpu_seconds();
+        const auto t0 = std::chrono::steady_clock::now();
+        std::vector<std::thread> spin;
+        for (int i = 0; i < n; ++i)
+            spin.emplace_back([t0] {
+                volatile double x = 0;
+                while (std::chrono::steady_clock::now() - t0 < std::chrono::milliseconds(300))
+                    for (int k = 0; k < 1000; ++k)
+                        x = x + 1;
+            });
+        for (std::thread& t : spin)
+            t.join();
+        const double wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
+        given = (process_cpu_seconds() - cpu0) / wall;
+    }
+    state.counters["cores_given"] = given;
+}
+
+void search_memory(benchmark::State& state, int sets)
 {
     const int threads = int(state.range(0));
     auto p = bench::make_trial(1000);
     if (threads > 1)
-        p->search.runner = std::make_shared<TbbRunner>(threads);
+        p->search.runner = std::make_shared<TbbRunner>(threads, sets);
     GridSearchRecord r = bench::bench_grid();
     r.grid_ny = 4;
     r.grid_nz = 4;
@@ -89,9 +153,22 @@ void grid_search_memory(benchmark::State& state)
     state.counters["trials"] = p->search.trial_count;
     state.counters["best_F"] = p->search.best.fos;
     state.counters["best_trial"] = p->search.best.trial_number;
+    state.counters["working_sets"] = p->search.runner ? p->search.runner->working_sets() : 1;
+}
+
+void grid_search_memory(benchmark::State& state)
+{
+    search_memory(state, 0);
+}
+
+void grid_search_memory_all_sets(benchmark::State& state)
+{
+    search_memory(state, int(state.range(0)));
 }
 
 } // namespace
 
 BENCHMARK(grid_search_threads)->Arg(1)->Arg(2)->Arg(4)->Arg(8)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(machine_cores)->Arg(2)->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(grid_search_memory)->Arg(1)->Arg(16)->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(grid_search_memory_all_sets)->Arg(16)->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();

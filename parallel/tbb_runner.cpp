@@ -1,5 +1,7 @@
 #include "tbb_runner.h"
 
+#include <algorithm>
+
 #include <oneapi/tbb/global_control.h>
 #include <oneapi/tbb/info.h>
 #include <oneapi/tbb/parallel_for.h>
@@ -25,9 +27,10 @@ struct TbbRunner::Arena {
     oneapi::tbb::task_arena arena;
 };
 
-TbbRunner::TbbRunner(int threads)
+TbbRunner::TbbRunner(int threads, int sets)
 {
     threads_ = threads > 0 ? threads : all_cores();
+    sets_ = std::min(threads_, sets > 0 ? sets : all_cores());
     arena_ = std::make_unique<Arena>(threads_);
 }
 

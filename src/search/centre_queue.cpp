@@ -1,5 +1,6 @@
 #include "search/centre_queue.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -10,6 +11,7 @@
 #include "search/parallel_runner.h"
 #include "search/recording_port.h"
 #include "search/trial.h"
+#include "surfaces/trial_region.h"
 
 namespace tobel {
 
@@ -27,6 +29,7 @@ CentreQueue::CentreQueue(Project& p, Port& port) : p_(p), port_(port)
     }
     if (threads_ < 1)
         threads_ = 1;
+    sets_ = threads_ > 1 ? std::min(threads_, std::max(p.search.runner->working_sets(), 1)) : 1;
 }
 
 CentreQueue::~CentreQueue() = default;
@@ -34,7 +37,7 @@ CentreQueue::~CentreQueue() = default;
 bool CentreQueue::run(const std::vector<CentreJob>& jobs,
                       const std::function<bool(const CentreOutcome&)>& take)
 {
-    if (threads_ <= 1 || jobs.size() <= 1)
+    if (sets_ <= 1 || jobs.size() <= 1)
         return run_here(jobs, take);
     return run_threads(jobs, take);
 }
@@ -62,36 +65,6 @@ bool CentreQueue::run_here(const std::vector<CentreJob>& jobs,
     return true;
 }
 
-// The copies leave out what no trial reads and what may be large: the
-// pictures, the input sections and the search's own lists.
-void CentreQueue::make_copies()
-{
-    if (int(copies_.size()) >= threads_)
-        return;
-    Pictures pictures = std::move(p_.pictures);
-    SectionTable sections = std::move(p_.sections);
-    SearchState search = std::move(p_.search);
-    auto put_back = [&] {
-        p_.pictures = std::move(pictures);
-        p_.sections = std::move(sections);
-        p_.search = std::move(search);
-    };
-    try {
-        p_.pictures = Pictures{};
-        p_.sections = SectionTable{};
-        p_.sections.y_v.clear();
-        p_.sections.z_v.clear();
-        p_.search = SearchState{};
-        p_.search.valid_only = search.valid_only;
-        while (int(copies_.size()) < threads_)
-            copies_.push_back(std::make_unique<Project>(p_));
-    } catch (...) {
-        put_back();
-        throw;
-    }
-    put_back();
-}
-
 namespace {
 
 // What the calling thread and the workers share during one list.
@@ -100,32 +73,140 @@ struct SharedList {
     std::vector<std::unique_ptr<CentreOutcome>> done;
     std::mutex m;
     std::condition_variable cv;
-    std::atomic<std::size_t> next{0};
+    std::size_t next = 0; // the next centre nobody has taken
     std::atomic<bool> cancel{false};
     bool finished = false; // the runner has returned
+    int copying = 0;       // workers yet to make (or decline) their copy
 
     explicit SharedList(const std::vector<CentreJob>& j) : jobs(j), done(j.size()) {}
+
+    // The next centre for a worker, lowest first, so that the outcomes come
+    // about in the order they are replayed. The last centre of the list is
+    // left to the calling thread: the user's project then ends the list as
+    // it would on one thread, with the working state of that centre.
+    bool take_for_worker(std::size_t& i)
+    {
+        std::lock_guard<std::mutex> lock(m);
+        if (cancel.load() || next + 1 >= jobs.size())
+            return false;
+        i = next++;
+        return true;
+    }
+};
+
+// The user's project as the workers copy it: what no trial reads and what
+// may be large is moved aside while they copy (the pictures, the input
+// sections, the search's own lists, the solver's buffers) and put back once
+// every copy is made. The calling thread leaves the project alone meanwhile,
+// so the workers copy it at once, each on its own thread.
+struct CopySource {
+    Project& p;
+    bool record_holds; // before anything is moved aside
+    Pictures pictures;
+    SectionTable sections;
+    SearchState search;
+    SolverWork work;
+
+    explicit CopySource(Project& project)
+        : p(project), record_holds(work_record_holds(project)), pictures(std::move(project.pictures)),
+          sections(std::move(project.sections)), search(std::move(project.search)),
+          work(std::move(project.work))
+    {
+        // Moved from, the large tables are empty; the small ones keep their size.
+        p.pictures = Pictures{};
+        p.sections.x.assign(sections.x.size(), 0.0f);
+        p.sections.npts.assign(sections.npts.size(), 0);
+        p.search = SearchState{};
+        p.search.valid_only = search.valid_only;
+        p.search.running = search.running;
+        p.work = SolverWork{};
+    }
+    CopySource(const CopySource&) = delete;
+    CopySource& operator=(const CopySource&) = delete;
+    ~CopySource()
+    {
+        p.pictures = std::move(pictures);
+        p.sections = std::move(sections);
+        p.search = std::move(search);
+        p.work = std::move(work);
+    }
+
+    // Makes w the user's project again (a copy kept from an earlier search
+    // keeps the storage of its grids and buffers). Its grids are then those
+    // of the user's project, so what the last trial left there holds of the
+    // copy too: its first trial visits no more than the next trial on the
+    // user's project would.
+    void copy_to(std::unique_ptr<Project>& w) const
+    {
+        if (w)
+            *w = p;
+        else
+            w = std::make_unique<Project>(p);
+        if (record_holds) {
+            SolverWork& k = w->work;
+            k.known = true;
+            k.dirty = work.dirty;
+            k.outside_dips = work.outside_dips;
+            k.lift_nodes = work.lift_nodes;
+            k.stamp = mesh_stamp(*w);
+        }
+    }
 };
 
 } // namespace
 
+// The calling thread is a worker too, on the user's project as on one
+// thread, between the replays; the other workers have copies.
 bool CentreQueue::run_threads(const std::vector<CentreJob>& jobs,
                               const std::function<bool(const CentreOutcome&)>& take)
 {
-    make_copies();
+    // The runner is taken before the search's state is moved aside.
+    ParallelRunner& runner = *p_.search.runner;
     SharedList list(jobs);
+    const int n_workers = sets_ - 1;
+    if (copies_.size() != std::size_t(n_workers)) {
+        copies_.resize(std::size_t(n_workers));
+        made_.assign(std::size_t(n_workers), 0);
+    }
+    std::unique_ptr<CopySource> source;
+    for (const char made : made_)
+        if (made == 0)
+            ++list.copying;
+    if (list.copying > 0)
+        source = std::make_unique<CopySource>(p_);
+    const CopySource* const from = source.get();
     const bool traces = traces_;
-    // Each worker takes the next centre of the list, lowest first, so that
-    // the outcomes come about in the order they are replayed.
-    auto worker = [this, &list, traces](int slot) {
-        Project& w = *copies_[std::size_t(slot)];
+    auto worker = [this, &list, from, traces](int slot) {
+        std::unique_ptr<Project>& mine = copies_[std::size_t(slot)];
+        char& made = made_[std::size_t(slot)];
+        if (made == 0) {
+            // A worker that comes when every centre is taken needs no copy.
+            try {
+                bool wanted = false;
+                {
+                    std::lock_guard<std::mutex> lock(list.m);
+                    wanted = !list.cancel.load() && list.next + 1 < list.jobs.size();
+                }
+                if (wanted) {
+                    from->copy_to(mine);
+                    made = 1;
+                }
+            } catch (...) {
+                // Short of memory: the others evaluate this worker's share.
+                mine.reset();
+            }
+            {
+                std::lock_guard<std::mutex> lock(list.m);
+                --list.copying;
+            }
+            list.cv.notify_all();
+            if (made == 0)
+                return;
+        }
+        Project& w = *mine;
         RecordingPort quiet(list.cancel, nullptr);
-        for (;;) {
-            if (list.cancel.load())
-                return;
-            const std::size_t i = list.next.fetch_add(1);
-            if (i >= list.jobs.size())
-                return;
+        std::size_t i = 0;
+        while (list.take_for_worker(i)) {
             auto o = std::make_unique<CentreOutcome>();
             try {
                 *o = evaluate_centre_outcome(w, quiet, list.jobs[i], traces);
@@ -140,10 +221,8 @@ bool CentreQueue::run_threads(const std::vector<CentreJob>& jobs,
             list.cv.notify_all();
         }
     };
-    ParallelRunner& runner = *p_.search.runner;
-    const int n_threads = threads_;
-    std::thread launcher([&runner, &list, &worker, n_threads] {
-        runner.run(n_threads, worker);
+    std::thread launcher([&runner, &list, &worker, n_workers] {
+        runner.run(n_workers, worker);
         {
             std::lock_guard<std::mutex> lock(list.m);
             list.finished = true;
@@ -161,6 +240,15 @@ bool CentreQueue::run_threads(const std::vector<CentreJob>& jobs,
         }
     } join{list, launcher};
 
+    if (source) {
+        // The user's project is whole again once every copy is made.
+        {
+            std::unique_lock<std::mutex> lock(list.m);
+            list.cv.wait(lock, [&list] { return list.copying == 0 || list.finished; });
+        }
+        source.reset();
+    }
+
     SearchState& s = p_.search;
     for (std::size_t k = 0; k < jobs.size(); ++k) {
         if (search_check_pause(p_, port_)) {
@@ -168,22 +256,34 @@ bool CentreQueue::run_threads(const std::vector<CentreJob>& jobs,
             return false;
         }
         std::unique_ptr<CentreOutcome> o;
-        {
+        for (;;) {
             std::unique_lock<std::mutex> lock(list.m);
-            while (!list.done[k] && !list.finished) {
-                list.cv.wait_for(lock, std::chrono::milliseconds(20));
-                if (list.done[k])
-                    break;
-                // A Stop or a pause is answered while the workers go on.
-                lock.unlock();
-                const bool stop = search_check_pause(p_, port_);
-                lock.lock();
-                if (stop) {
-                    list.cancel.store(true);
-                    return false;
-                }
+            if (list.done[k]) {
+                o = std::move(list.done[k]);
+                break;
             }
-            o = std::move(list.done[k]);
+            if (!list.cancel.load() && list.next < jobs.size()) {
+                // Rather than wait, the calling thread evaluates a centre itself.
+                const std::size_t i = list.next++;
+                lock.unlock();
+                RecordingPort quiet(list.cancel, &port_);
+                auto mine =
+                    std::make_unique<CentreOutcome>(evaluate_centre_outcome(p_, quiet, jobs[i], traces));
+                lock.lock();
+                list.done[i] = std::move(mine);
+                continue;
+            }
+            if (list.finished)
+                break;
+            list.cv.wait_for(lock, std::chrono::milliseconds(20));
+            if (list.done[k])
+                continue;
+            // A Stop or a pause is answered while the workers go on.
+            lock.unlock();
+            if (search_check_pause(p_, port_)) {
+                list.cancel.store(true);
+                return false;
+            }
         }
         if (!o) {
             // The runner ended without this centre: treated as a Stop.

@@ -25,6 +25,10 @@ class CentreQueue {
     CentreQueue& operator=(const CentreQueue&) = delete;
 
     int threads() const { return threads_; }
+    // Working projects the centres are evaluated on at once: the runner's
+    // threads, but no more than the runner's working_sets(). The user's project is
+    // one of them (the calling thread's); one means it alone.
+    int working_sets() const { return sets_; }
 
     // Evaluates the jobs and gives each outcome, in order, to `take`, which
     // replays it and returns false to end the list early. Before each centre
@@ -38,14 +42,17 @@ class CentreQueue {
     bool run_here(const std::vector<CentreJob>& jobs, const std::function<bool(const CentreOutcome&)>& take);
     bool run_threads(const std::vector<CentreJob>& jobs,
                      const std::function<bool(const CentreOutcome&)>& take);
-    void make_copies();
 
     Project& p_;
     Port& port_;
     bool traces_ = false;
     int threads_ = 1;
-    // One working copy of the project per thread, made once and reused.
+    int sets_ = 1;
+    // The working copies of the workers beside the calling thread (which
+    // works on the user's project), each made by its worker when first
+    // needed, and kept for the lists that follow.
     std::vector<std::unique_ptr<Project>> copies_;
+    std::vector<char> made_; // the copy of the slot is of this search
 };
 
 } // namespace tobel

@@ -13,6 +13,10 @@ class ParallelRunner {
     virtual ~ParallelRunner() = default;
     // How many tasks may run at once.
     virtual int threads() const { return 1; }
+    // How many working projects a search may hold at once (each holds a
+    // trial's grids and buffers): more than the cores that can work add
+    // memory and no speed, as a trial never waits.
+    virtual int working_sets() const { return threads(); }
     // Runs task(0) .. task(n - 1), each once, at most threads() at a time,
     // and returns when all have ended. Tasks must not throw.
     virtual void run(int n, const std::function<void(int)>& task)

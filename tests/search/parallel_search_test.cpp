@@ -4,13 +4,17 @@
 // during a parallel search ends it cleanly.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "commands/commands.h"
 #include "commands/search_commands.h"
+#include "search/centre_queue.h"
+#include "search/search_setup.h"
 #include "search/trial.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
@@ -55,10 +59,41 @@ class HookedPort : public test::ScriptedPort {
     DrawHooks* draw_hooks() override { return draw ? &log : nullptr; }
 };
 
-// Everything a search shows or keeps, as one comparable text.
+// Everything a search shows or keeps, as one comparable text; `state` is
+// what the user's project holds after it: the working results of the last
+// solve, its messages and the sliding plane and dips the search left.
 struct SearchTrace {
-    std::string best, summary, boxes, progress, hooks, reason, stop;
+    std::string best, summary, boxes, progress, hooks, reason, stop, state;
 };
+
+// The working projects the runners of the searches below allow: as many as
+// asked, more than the cores of the machine, for as long as this lives.
+int working_sets_asked = 0;
+struct WorkingSets {
+    explicit WorkingSets(int n) { working_sets_asked = n; }
+    ~WorkingSets() { working_sets_asked = 0; }
+    WorkingSets(const WorkingSets&) = delete;
+    WorkingSets& operator=(const WorkingSets&) = delete;
+};
+
+std::string state_of(const Project& p)
+{
+    std::ostringstream s;
+    s.precision(9);
+    s << "F " << p.factor_of_safety << " J " << p.janbu_fos << " V " << p.slide_volume << " W "
+      << p.slide_weight << " A " << p.active_columns << " out " << p.surface_out_flag << " messages "
+      << p.message_count;
+    for (int m = 1; m <= p.message_count; ++m)
+        s << " | " << p.message_text[std::size_t(m)];
+    double plane = 0, dips = 0;
+    for (int r = 1; r <= p.num_rows; ++r)
+        for (int c = 1; c <= p.num_cols; ++c) {
+            plane += double(p.zgrid(r, c, p.sliding_index));
+            dips += double(p.surf_dip_x(r, c)) + double(p.surf_dip_y(r, c));
+        }
+    s << " plane " << plane << " dips " << dips;
+    return s.str();
+}
 
 std::string record_text(const SearchRecord& r)
 {
@@ -93,6 +128,7 @@ SearchTrace trace_of(const Project& p, const HookedPort& port)
         t.hooks += c + "\n";
     t.reason = s.serial_reason;
     t.stop = s.stop_reason;
+    t.state = state_of(p);
     return t;
 }
 
@@ -120,7 +156,7 @@ SearchTrace search(const std::string& name, int method, Kind kind, int threads,
     if (change != nullptr)
         change(p);
     if (threads > 1)
-        p.search.runner = std::make_shared<TbbRunner>(threads);
+        p.search.runner = std::make_shared<TbbRunner>(threads, working_sets_asked);
     port.stop_after_yields = stop_after_yields;
     if (kind == Kind::grid)
         solve_grid_search(p, port);
@@ -136,11 +172,14 @@ void expect_same(const SearchTrace& a, const SearchTrace& b, int threads)
     EXPECT_EQ(a.boxes, b.boxes) << threads << " threads";
     EXPECT_EQ(a.progress, b.progress) << threads << " threads";
     EXPECT_EQ(a.hooks, b.hooks) << threads << " threads";
+    EXPECT_EQ(a.state, b.state) << threads << " threads";
     EXPECT_EQ(b.reason, "") << threads << " threads";
 }
 
+// As many working projects as threads, whatever the cores of the machine.
 void check_thread_counts(const std::string& name, int method, Kind kind)
 {
+    const WorkingSets sets(8);
     const SearchTrace one = search(name, method, kind, 1);
     // A search that recorded and drew nothing would prove nothing. (A grid
     // search with a failed trial, F = 0, ends without a final surface.)
@@ -179,6 +218,91 @@ TEST(parallel_search, auto_search_of_3d_example_by_bishop_is_the_same_on_1_2_3_a
 TEST(parallel_search, grid_search_of_3d_example_by_spencer_is_the_same_on_1_2_3_and_8_threads)
 {
     check_thread_counts("slope3d-layers-piezo-force.tob", 3, Kind::grid);
+}
+
+// The two-layer slope with a water table made by the New wizard, searched
+// with the grid and the auto search set-up of the other 3-D example (whose
+// mesh spans the same plan).
+void search_like_the_layered_example(Project& p)
+{
+    Project q;
+    test::ScriptedPort port;
+    open_example(q, port, "slope3d-layers-piezo-force.tob", 1);
+    store_grid_record(p, load_grid_record(q));
+    store_auto_record(p, load_auto_record(q));
+}
+
+void check_one_and_four(const std::string& name, int method, Kind kind, void (*change)(Project&) = nullptr)
+{
+    const WorkingSets sets(4);
+    const SearchTrace one = search(name, method, kind, 1, change);
+    ASSERT_GT(one.summary.size(), 0u);
+    ASSERT_NE(one.progress.find("Ellipsoid"), std::string::npos);
+    expect_same(one, search(name, method, kind, 4, change), 4);
+}
+
+TEST(parallel_search, grid_search_of_the_two_layer_water_table_example_is_the_same_on_1_and_4_threads)
+{
+    check_one_and_four("slope3d-new-project.tob", 1, Kind::grid, search_like_the_layered_example);
+}
+
+TEST(parallel_search, auto_search_of_the_two_layer_water_table_example_is_the_same_on_1_and_4_threads)
+{
+    check_one_and_four("slope3d-new-project.tob", 1, Kind::automatic, search_like_the_layered_example);
+}
+
+TEST(parallel_search, auto_search_of_3d_example_by_spencer_is_the_same_on_1_and_4_threads)
+{
+    check_one_and_four("slope3d-layers-piezo-force.tob", 3, Kind::automatic);
+}
+
+TEST(parallel_search, grid_search_of_3d_example_by_janbu_is_the_same_on_1_and_4_threads)
+{
+    check_one_and_four("slope3d-layers-piezo-force.tob", 2, Kind::grid);
+}
+
+// The user's project is one of the working projects: after a search on
+// several threads it holds what one thread leaves, the results and messages
+// of the last centre's last solve, then the final surface.
+TEST(parallel_search, a_search_on_four_threads_leaves_the_users_project_as_one_thread_does)
+{
+    const WorkingSets sets(4);
+    const SearchTrace one = search("slope3d-layers-piezo-force.tob", 1, Kind::grid, 1);
+    const SearchTrace four = search("slope3d-layers-piezo-force.tob", 1, Kind::grid, 4);
+    // A solve was made: F of a solved 3-D trial is not 0.
+    ASSERT_EQ(one.state.find("F 0 "), std::string::npos);
+    EXPECT_EQ(one.state, four.state);
+}
+
+// The copies of one search are kept for the next, whatever its project: a
+// 2-D search after a 3-D one (other mesh, other layers) and the 3-D one
+// again after it give what one thread gives.
+TEST(parallel_search, searches_one_after_another_on_other_projects_are_the_same_as_on_one_thread)
+{
+    const WorkingSets sets(4);
+    const SearchTrace one_3d = search("slope3d-layers-piezo-force.tob", 1, Kind::grid, 1);
+    const SearchTrace one_2d = search("slope2d-homogeneous.tob", 3, Kind::grid, 1);
+    expect_same(one_3d, search("slope3d-layers-piezo-force.tob", 1, Kind::grid, 4), 4);
+    expect_same(one_2d, search("slope2d-homogeneous.tob", 3, Kind::grid, 4), 4);
+    expect_same(one_3d, search("slope3d-layers-piezo-force.tob", 1, Kind::grid, 4), 4);
+}
+
+// 16 threads on a machine of fewer cores hold no more working projects than
+// the cores: each holds a trial's grids and buffers and only the cores work.
+TEST(parallel_search, working_projects_are_the_threads_but_no_more_than_the_limit)
+{
+    Project p;
+    test::ScriptedPort port;
+    p.search.runner = std::make_shared<TbbRunner>(16, 2);
+    EXPECT_EQ(CentreQueue(p, port).threads(), 16);
+    EXPECT_EQ(CentreQueue(p, port).working_sets(), 2);
+    p.search.runner = std::make_shared<TbbRunner>(16, 32);
+    EXPECT_EQ(CentreQueue(p, port).working_sets(), 16);
+    p.search.runner = std::make_shared<TbbRunner>(16);
+    EXPECT_EQ(CentreQueue(p, port).working_sets(), std::min(16, all_cores()));
+    // A project searched on one thread has one working project, its own.
+    p.mat_type[1] = 4;
+    EXPECT_EQ(CentreQueue(p, port).working_sets(), 1);
 }
 
 // The lower layer of the 3-D example made a hard layer: a node keeps the
