@@ -23,8 +23,16 @@ std::string search_mesh_x_line(const Project& p)
 GridSearchForm open_grid_search_form(Project& p, const WorldWindow& picture)
 {
     GridSearchForm form;
+    // The proposals are for a grid never set, its stored corners all 0. The
+    // load raises the lower Z to the tangent plane of a single ellipsoid set
+    // before, which would otherwise hide that the grid itself is blank.
+    GridSearchRecord stored;
+    stored.grid_y1 = p.grid_y_ul;
+    stored.grid_z_top = p.grid_z_ul;
+    stored.grid_y2 = p.grid_y_lr;
+    stored.grid_z_bottom = p.grid_z_lr;
     form.record = load_grid_record(p);
-    if (grid_record_blank(form.record))
+    if (grid_record_blank(stored))
         apply_grid_defaults(p, form.record, picture);
     form.common_point = p.grid_use_common != 0 ? 1 : 0;
     p.view_mode = 7;

@@ -149,6 +149,20 @@ TEST(search_forms, blank_store_opens_on_proposals_and_a_filled_one_as_stored)
     EXPECT_EQ(a.record.auto_step, 0.0f);
 }
 
+// A single ellipsoid set before leaves a tangent plane at 12; the grid's
+// corners were never set, so the grid form still opens on its proposals
+// (6 by 5 centres, the first Y a fifth into the mesh: 0 + 100 / 5 = 20).
+TEST(search_forms, a_tangent_plane_of_a_single_ellipsoid_does_not_hide_a_blank_grid)
+{
+    auto p = make_search_slope();
+    p->tangent_z = 12;
+    GridSearchForm g = open_grid_search_form(*p);
+    EXPECT_EQ(g.record.grid_ny, 6.0f);
+    EXPECT_EQ(g.record.grid_nz, 5.0f);
+    EXPECT_FLOAT_EQ(g.record.grid_y1, 20);
+    EXPECT_GT(g.record.grid_z_top, g.record.grid_z_bottom);
+}
+
 TEST(search_forms, common_point_toggle_relabels_the_block)
 {
     GridSearchForm g;
