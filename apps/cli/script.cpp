@@ -11,6 +11,7 @@
 #include "cli_port.h"
 #include "commands/commands.h"
 #include "commands/dialog_session.h"
+#include "commands/menu_command.h"
 #include "commands/menu_model.h"
 #include "dialogs/ellipsoid_form.h"
 #include "plot_output.h"
@@ -169,6 +170,28 @@ bool is_dialog_step(const std::string& cmd)
     return false;
 }
 
+// The script's stand-in for the window program around the menu commands:
+// Exit ends the script; what needs a printer, the clipboard or the help
+// viewer is only reported.
+class ScriptHost : public MenuHost {
+  public:
+    bool ended = false;
+    void report(Project&, Port&, int destination, const ReportContext&) override
+    {
+        std::cout << (destination == 0 ? "Preview Report" : "Print Report") << " needs the desktop program\n";
+    }
+    void print_view(Project&, Port&) override
+    {
+        std::cout << "Print > Current view needs the desktop program\n";
+    }
+    void copy_picture(Project&, Port&) override
+    {
+        std::cout << "Copy to Clipboard needs the desktop program\n";
+    }
+    void show_help(Project&, Port&) override { std::cout << "Help needs the desktop program\n"; }
+    void end_program(Project&) override { ended = true; }
+};
+
 } // namespace
 
 int run_script(const std::vector<std::string>& args)
@@ -191,6 +214,8 @@ int run_script(const std::vector<std::string>& args)
     const auto indexed = indexed_fields();
     DialogSession session;
     session.today = today_text();
+    ScriptHost host;
+    MenuContext menu_context{session, &host, false};
 
     std::string line;
     int line_no = 0;
@@ -321,6 +346,21 @@ int run_script(const std::vector<std::string>& args)
             std::cout << control << (m.visible ? " visible" : " hidden")
                       << (m.enabled ? " enabled" : " disabled") << (m.checked ? " checked" : "") << " \""
                       << m.caption << "\"\n";
+        } else if (cmd == "command") {
+            std::string control;
+            int index = 0;
+            in >> control >> index;
+            switch (run_menu_command(p, port, menu_context, control, index)) {
+            case MenuResult::unknown: return fail("unknown menu item '" + control + "'");
+            case MenuResult::refused: std::cout << "menu item " << control << " is not available\n"; break;
+            case MenuResult::no_action: std::cout << "menu item " << control << " has no action\n"; break;
+            case MenuResult::busy:
+            case MenuResult::done: break;
+            }
+            if (host.ended) {
+                std::cout << "program ended\n";
+                return 0;
+            }
         } else if (cmd == "messages") {
             for (int i = 1; i <= p.message_count; ++i)
                 std::cout << p.message_text[std::size_t(i)] << "\n";

@@ -10,7 +10,7 @@
 #include "commands/commands.h"
 #include "commands/dialog_session.h"
 #include "forms/form_dialog.h"
-#include "forms/picture_view.h"
+#include "forms/form_picture.h"
 #include "recording_port.h"
 
 using namespace tobel;
@@ -157,7 +157,7 @@ void FormDialogTest::the_grid_search_form_stores_typed_counts_and_relabels_its_b
     FormDialog d(nullptr, p, port, s, &port.images);
     d.show();
     QCOMPARE(d.windowTitle(), QString("Grid Search"));
-    QVERIFY(d.findChild<tobel::gui::PictureView*>("picture") != nullptr);
+    QVERIFY(d.findChild<tobel::gui::FormPicture*>("picture") != nullptr);
     QTableWidget* t = cells(&d);
     QCOMPARE(t->rowCount(), grid_form_cells);
     QVERIFY(t->verticalHeaderItem(7)->text().startsWith("Common Tangent Planes:"));
@@ -188,7 +188,7 @@ void FormDialogTest::dragging_the_centre_on_the_ellipsoid_picture_moves_its_fiel
     d.resize(1000, 600);
     d.show();
     QVERIFY(QTest::qWaitForWindowExposed(&d));
-    auto* pic = d.findChild<tobel::gui::PictureView*>("picture");
+    auto* pic = d.findChild<tobel::gui::FormPicture*>("picture");
     QVERIFY(pic != nullptr);
     const DisplayList& list = p.pictures.search.picture;
     QVERIFY(list.last_scale != DisplayList::no_item);

@@ -11,7 +11,7 @@
 #include "commands/dialog_session.h"
 #include "forms/form_dialog.h"
 #include "forms/form_host.h"
-#include "forms/picture_view.h"
+#include "forms/form_picture.h"
 #include "recording_port.h"
 
 using namespace tobel;
@@ -111,7 +111,7 @@ void RunDialogsTest::a_click_on_the_editor_picture_adds_a_point_where_it_falls()
     // Point, so that the click puts it among the line's points.
     QTest::mouseClick(d.findChild<QPushButton*>("button-snapping"), Qt::LeftButton);
     QTest::mouseClick(d.findChild<QPushButton*>("button-insert-point"), Qt::LeftButton);
-    auto* pic = d.findChild<tobel::gui::PictureView*>("picture");
+    auto* pic = d.findChild<tobel::gui::FormPicture*>("picture");
     QVERIFY(pic != nullptr);
     const auto& ed = std::get<SectionEditor>(s.form);
     const int k = ed.edit_line;

@@ -16,7 +16,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "forms/picture_view.h"
+#include "forms/form_picture.h"
 
 namespace tobel::gui {
 
@@ -58,10 +58,10 @@ FormDialog::FormDialog(QWidget* parent, Project& p, Port& port, DialogSession& s
     outer->addLayout(middle, 1);
     view_ = describe_form(p_, s_);
     if (view_.picture != nullptr) {
-        picture_ = new PictureView(view_.picture, images, this);
+        picture_ = new FormPicture(view_.picture, images, this);
         picture_->setObjectName("picture");
         middle->addWidget(picture_, 3);
-        connect(picture_, &PictureView::pointer, this,
+        connect(picture_, &FormPicture::pointer, this,
                 [this](int action, int button, bool shift, double y, double e) {
                     dialog_pointer(p_, port_, s_, PointerAction(action), PointerButton(button), shift, y, e);
                     after_step();

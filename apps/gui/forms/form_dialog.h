@@ -33,7 +33,7 @@ class QVBoxLayout;
 
 namespace tobel::gui {
 
-class PictureView;
+class FormPicture;
 
 class FormDialog : public QDialog {
     Q_OBJECT
@@ -67,7 +67,7 @@ class FormDialog : public QDialog {
 
     QLabel* notes_ = nullptr;
     QTableWidget* table_ = nullptr;
-    PictureView* picture_ = nullptr;
+    FormPicture* picture_ = nullptr;
     QGroupBox* options_box_ = nullptr;
     QVBoxLayout* options_layout_ = nullptr;
     QScrollBar* scroll_ = nullptr;

@@ -29,4 +29,10 @@ void print_picture(QWidget* parent, const DisplayList& picture, const std::strin
 // Lines of text (the search summary, the solution printout) on pages.
 void print_text_lines(QWidget* parent, const std::vector<std::string>& lines, const std::string& title);
 
+// The search summary's "Print": the print dialog, then the summary's pages.
+void print_search_summary(QWidget* parent, const Project& p);
+
+// The printed search summary written as a PDF without any dialog.
+bool write_summary_pdf(const Project& p, const std::string& path);
+
 } // namespace tobel::gui

@@ -24,10 +24,10 @@ QPointF widget_to_world(const DisplayList& list, QPointF at, QSizeF widget);
 // The inverse: where a world point stands on the widget.
 QPointF world_to_widget(const DisplayList& list, QPointF world, QSizeF widget);
 
-class PictureView : public QWidget {
+class FormPicture : public QWidget {
     Q_OBJECT
   public:
-    PictureView(const DisplayList* list, const ImageStore* images, QWidget* parent = nullptr);
+    FormPicture(const DisplayList* list, const ImageStore* images, QWidget* parent = nullptr);
     void set_list(const DisplayList* list) { list_ = list; }
     QSize sizeHint() const override;
 

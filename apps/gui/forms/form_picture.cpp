@@ -1,4 +1,4 @@
-#include "forms/picture_view.h"
+#include "forms/form_picture.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -35,14 +35,14 @@ QPointF world_to_widget(const DisplayList& list, QPointF world, QSizeF widget)
     return {sx * widget.width(), sy * widget.height()};
 }
 
-PictureView::PictureView(const DisplayList* list, const ImageStore* images, QWidget* parent)
+FormPicture::FormPicture(const DisplayList* list, const ImageStore* images, QWidget* parent)
     : QWidget(parent), list_(list), images_(images)
 {
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-QSize PictureView::sizeHint() const
+QSize FormPicture::sizeHint() const
 {
     // The picture at three quarters of its device size: room for the fields beside it.
     if (list_ == nullptr)
@@ -50,7 +50,7 @@ QSize PictureView::sizeHint() const
     return {int(list_->device_width * 3 / 4), int(list_->device_height * 3 / 4)};
 }
 
-void PictureView::paintEvent(QPaintEvent*)
+void FormPicture::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
@@ -58,7 +58,7 @@ void PictureView::paintEvent(QPaintEvent*)
         replay(*list_, painter, QSizeF(size()), images_);
 }
 
-void PictureView::send(int action, QMouseEvent* e)
+void FormPicture::send(int action, QMouseEvent* e)
 {
     if (list_ == nullptr)
         return;
@@ -68,18 +68,18 @@ void PictureView::send(int action, QMouseEvent* e)
     emit pointer(action, button, (e->modifiers() & Qt::ShiftModifier) != 0, w.x(), w.y());
 }
 
-void PictureView::mousePressEvent(QMouseEvent* e)
+void FormPicture::mousePressEvent(QMouseEvent* e)
 {
     held_ = e->button();
     send(int(PointerAction::down), e);
 }
 
-void PictureView::mouseMoveEvent(QMouseEvent* e)
+void FormPicture::mouseMoveEvent(QMouseEvent* e)
 {
     send(int(PointerAction::move), e);
 }
 
-void PictureView::mouseReleaseEvent(QMouseEvent* e)
+void FormPicture::mouseReleaseEvent(QMouseEvent* e)
 {
     send(int(PointerAction::up), e);
     held_ = Qt::NoButton;
