@@ -851,26 +851,26 @@ DialogStep on_button(Ctx& c, GeneralSurfaceForm& f, std::string_view b, int)
     return DialogStep::not_here;
 }
 
-DialogStep on_button(Ctx& c, GridSearchForm& f, std::string_view b, int)
+// "Change to Common Point" / "Change to Common Tangent" of both search forms.
+template <class Form> DialogStep toggle_common(Ctx& c, Form& f, std::string_view b, void (*toggle)(Form&))
 {
     if (b != "common")
         return DialogStep::not_here;
     commit_edit(c.p, c.s);
-    grid_form_toggle_common(f);
+    toggle(f);
     search_preview(c.p, c.port, f);
     load_edit(c.s);
     return DialogStep::done;
 }
 
+DialogStep on_button(Ctx& c, GridSearchForm& f, std::string_view b, int)
+{
+    return toggle_common(c, f, b, grid_form_toggle_common);
+}
+
 DialogStep on_button(Ctx& c, AutoSearchForm& f, std::string_view b, int)
 {
-    if (b != "common")
-        return DialogStep::not_here;
-    commit_edit(c.p, c.s);
-    auto_form_toggle_common(f);
-    search_preview(c.p, c.port, f);
-    load_edit(c.s);
-    return DialogStep::done;
+    return toggle_common(c, f, b, auto_form_toggle_common);
 }
 
 DialogStep on_button(Ctx& c, GraphicsOptionsForm& f, std::string_view b, int)

@@ -68,36 +68,11 @@ class LineBuilder {
     int section_ = 0, entry_ = 0;
 };
 
-const char* surface_text(const Project& p, ReportSolve solve)
-{
-    switch (solve) {
-    case ReportSolve::grid_search: return "Critical surface by grid search";
-    case ReportSolve::auto_search: return "Critical surface by auto search";
-    case ReportSolve::single_trial: break;
-    }
-    switch (p.surface_kind) {
-    case 1: return "Single ellipsoidal sliding surface";
-    case 2: return "Multi-planar wedge surface";
-    case 4: return "General sliding surface";
-    default: return "Composite surface";
-    }
-}
-
-const char* method_text(int method)
-{
-    switch (method) {
-    case 1: return "Bishop's Method";
-    case 2: return "Janbu Method";
-    case 3: return "Spencer's Method";
-    default: return "Morgenstern-Price Method";
-    }
-}
-
 void solution_lines(const Project& p, const ReportContext& ctx, LineBuilder& b)
 {
-    b.pair("Sliding Surface:", surface_text(p, ctx.solve));
+    b.pair("Sliding Surface:", report_surface_text(p, ctx.solve));
     // The method has no label of its own: it stands under the surface, in the value column.
-    b.line({{report_value_tab, method_text(p.solution_method)}});
+    b.line({{report_value_tab, report_method_text(p.solution_method)}});
     b.blank();
     b.pair("Factor of Safety:", report_value(p.factor_of_safety, "####0.00"));
     if (p.solution_method == 3)

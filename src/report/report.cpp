@@ -44,7 +44,7 @@ static std::string pair(const std::string& label, const std::string& value)
     return PrintLine().text(label).text(value).str();
 }
 
-static const char* surface_line(const Project& p, ReportSolve solve)
+const char* report_surface_text(const Project& p, ReportSolve solve)
 {
     switch (solve) {
     case ReportSolve::grid_search: return "Critical surface by grid search";
@@ -59,7 +59,7 @@ static const char* surface_line(const Project& p, ReportSolve solve)
     }
 }
 
-static const char* method_line(int method)
+const char* report_method_text(int method)
 {
     switch (method) {
     case 1: return "Bishop's Method";
@@ -71,8 +71,8 @@ static const char* method_line(int method)
 
 static void solution_lines(const Project& p, const ReportContext& ctx, std::vector<std::string>& out)
 {
-    out.push_back(pair("Sliding Surface:", surface_line(p, ctx.solve)));
-    out.push_back(method_line(p.solution_method));
+    out.push_back(pair("Sliding Surface:", report_surface_text(p, ctx.solve)));
+    out.push_back(report_method_text(p.solution_method));
     out.emplace_back();
     out.push_back(pair("Factor of Safety:", report_value(p.factor_of_safety, "####0.00")));
     out.push_back(pair("Slide Volume:", report_value(p.slide_volume, "####0.00")));

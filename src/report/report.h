@@ -25,6 +25,12 @@ std::string report_date_text();
 // form, so "####0.00" gives " 1.2" for 1.2 and " .5" for 0.5.
 std::string report_value(float x, const char* mask);
 
+// The surface line of the solution ("Single ellipsoidal sliding surface",
+// "Critical surface by grid search", ...) and its method line, shared by
+// the text report and the printed pages.
+const char* report_surface_text(const Project& p, ReportSolve solve);
+const char* report_method_text(int method);
+
 // The lines of the report, without line ends.
 std::vector<std::string> report_text_lines(const Project& p, const ReportContext& ctx);
 
