@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTextBrowser>
 #include <QTimer>
@@ -24,6 +25,7 @@
 #include "commands/menu_model.h"
 #include "forms/form_host.h"
 #include "graphics/section_views.h"
+#include "graphics/xray.h"
 #include "print/print_jobs.h"
 #include "search/trial.h"
 #include "start_forms.h"
@@ -239,6 +241,45 @@ void MainWindow::refresh()
         method_labels_[i]->setText(qs(p_.method_labels[std::size_t(i + 1)]));
     refresh_menus();
     sync_windows();
+    run_xray_timer();
+}
+
+void MainWindow::run_xray_timer()
+{
+    const XrayState& x = p_.pictures.xray_state;
+    if (PictureView* v = picture_view(p_.pictures.xray)) {
+        if (auto* b = v->findChild<QPushButton*>("Stop"))
+            b->setVisible(x.stop_visible);
+        if (auto* b = v->findChild<QPushButton*>("Continue"))
+            b->setVisible(x.continue_visible);
+    }
+    if (!x.timer_on || !p_.pictures.xray.exists) {
+        if (xray_timer_)
+            xray_timer_->stop();
+        return;
+    }
+    if (!xray_timer_) {
+        xray_timer_ = new QTimer(this);
+        xray_timer_->setInterval(xray_timer_ms);
+        connect(xray_timer_, &QTimer::timeout, this, &MainWindow::xray_tick);
+    }
+    if (!xray_timer_->isActive())
+        xray_timer_->start();
+}
+
+// One row of the x-ray animation; after the last one the timer stops and
+// both buttons go, as the core's state says.
+void MainWindow::xray_tick()
+{
+    if (!p_.pictures.xray_state.timer_on || !p_.pictures.xray.exists) {
+        xray_timer_->stop();
+        return;
+    }
+    xray_step(p_);
+    if (PictureView* v = picture_view(p_.pictures.xray))
+        v->canvas()->update();
+    if (!p_.pictures.xray_state.timer_on)
+        run_xray_timer();
 }
 
 QAction* MainWindow::action(const std::string& item) const
@@ -415,8 +456,18 @@ void MainWindow::show_picture_window(const std::string& caption)
         // The interactive behaviours of the views attach here: a click on the
         // plan of active columns (show_single_column), the drags of the set-up
         // handles, through the canvas's pointer_pressed, pointer_dragged and
-        // pointer_released; the x-ray window's timer (xray_step every
-        // xray_timer_ms while xray_state.timer_on) and its Stop and Continue.
+        // pointer_released.
+        if (w == &p_.pictures.xray) {
+            // Stop and Continue set the timer's flag; the tick reads it.
+            connect(view->add_button("Stop"), &QPushButton::clicked, this, [this] {
+                xray_stop(p_);
+                refresh();
+            });
+            connect(view->add_button("Continue"), &QPushButton::clicked, this, [this] {
+                xray_continue(p_);
+                refresh();
+            });
+        }
         QMdiSubWindow* sw = add_child(view, qs(w->caption));
         connect(sw, &QObject::destroyed, this, [this, w] {
             // A window the user closed no longer exists for the program.

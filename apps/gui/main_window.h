@@ -8,6 +8,7 @@
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QPushButton>
+#include <QTimer>
 #include <map>
 #include <set>
 #include <string>
@@ -94,6 +95,9 @@ class MainWindow : public QMainWindow, public MenuHost {
     void fill_window_menu();
     void run_forms();
     void enable_solve_items();
+    // The x-ray window's timer: a step every xray_timer_ms while it is on.
+    void run_xray_timer();
+    void xray_tick();
     void take_picture_size();
     void set_running(bool on, bool search);
     QMdiSubWindow* add_child(QWidget* widget, const QString& title);
@@ -105,6 +109,7 @@ class MainWindow : public QMainWindow, public MenuHost {
     DialogSession session_;
     MenuContext menu_ctx_;
     QMdiArea* mdi_;
+    QTimer* xray_timer_ = nullptr;
     std::map<std::string, QAction*> actions_;
     std::map<std::string, QMenu*> menus_;
     std::map<const PictureWindow*, QMdiSubWindow*> picture_children_;

@@ -8,12 +8,14 @@
 #include <QImage>
 #include <QMdiSubWindow>
 #include <QProcess>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <fstream>
 #include <sstream>
 
 #include "commands/surface_commands.h"
+#include "graphics/xray.h"
 #include "main_window.h"
 #include "project/numtext.h"
 #include "views/picture_window.h"
@@ -158,6 +160,7 @@ class SessionTest : public QObject {
     void stop_pressed_during_a_grid_search_ends_it_early_and_unlocks_the_menus();
     void a_click_on_a_method_label_swaps_it_with_the_top_one();
     void copy_to_clipboard_gives_the_active_picture();
+    void the_xray_timer_draws_every_row_and_stop_and_continue_hold_and_resume_it();
     void the_scroll_bar_moves_the_longitudinal_section();
     void exit_asks_and_a_cancel_keeps_the_window();
     void the_file_filter_adds_the_lower_case_pattern();
@@ -368,6 +371,47 @@ void SessionTest::copy_to_clipboard_gives_the_active_picture()
         for (int x = 0; x < image.width(); x += 2)
             dark += qGray(image.pixel(x, y)) < 64;
     QVERIFY(dark > 20);
+}
+
+// The x-ray window animates on a 100 ms timer, one mesh row a tick, from the
+// last row to the first; Stop holds it and Continue resumes it. When it has
+// ended, the window holds what the whole animation draws without a timer.
+void SessionTest::the_xray_timer_draws_every_row_and_stop_and_continue_hold_and_resume_it()
+{
+    Session whole;
+    whole.open(example("slope3d-layers-piezo-force.tob"));
+    QCOMPARE(int(whole.w.choose("xxray")), int(MenuResult::done));
+    finish_xray(whole.p);
+    const std::size_t all_items = whole.p.pictures.xray.picture.items.size();
+
+    Session s;
+    s.open(example("slope3d-layers-piezo-force.tob"));
+    QVERIFY(s.p.num_rows > 2);
+    QCOMPARE(int(s.w.choose("xxray")), int(MenuResult::done));
+    const XrayState& x = s.p.pictures.xray_state;
+    QVERIFY(x.timer_on);
+    PictureView* view = s.w.picture_view(s.p.pictures.xray);
+    QVERIFY(view != nullptr);
+    auto* stop = view->findChild<QPushButton*>("Stop");
+    auto* go = view->findChild<QPushButton*>("Continue");
+    QVERIFY(stop && go);
+    QVERIFY(stop->isVisibleTo(view));
+    QVERIFY(!go->isVisibleTo(view));
+    // A tick or two, then Stop: the row stays where it is.
+    QTRY_VERIFY_WITH_TIMEOUT(x.xray_row < s.p.num_rows, 5000);
+    QTest::mouseClick(stop, Qt::LeftButton);
+    QVERIFY(!x.timer_on);
+    QVERIFY(go->isVisibleTo(view));
+    const int held = x.xray_row;
+    QTest::qWait(350);
+    QCOMPARE(int(x.xray_row), held);
+    QVERIFY(s.p.pictures.xray.picture.items.size() < all_items);
+    // Continue: the rest of the rows, then the timer stops with both buttons gone.
+    QTest::mouseClick(go, Qt::LeftButton);
+    QVERIFY(x.timer_on);
+    QTRY_VERIFY_WITH_TIMEOUT(!x.timer_on, 60000);
+    QVERIFY(!stop->isVisibleTo(view) && !go->isVisibleTo(view));
+    QCOMPARE(s.p.pictures.xray.picture.items.size(), all_items);
 }
 
 void SessionTest::the_scroll_bar_moves_the_longitudinal_section()

@@ -97,6 +97,7 @@ PictureView::PictureView(PictureWindow& w, const ImageStore* images, QWidget* pa
     auto* column = new QVBoxLayout;
     column->addWidget(canvas_, 1);
     auto* bottom = new QHBoxLayout;
+    bottom_ = bottom;
     bottom->setContentsMargins(4, 0, 4, 2);
     bottom->addWidget(scroll_label_);
     bottom->addWidget(scroll_, 1);
@@ -116,6 +117,14 @@ PictureView::PictureView(PictureWindow& w, const ImageStore* images, QWidget* pa
             emit scrolled(v);
     });
     refresh();
+}
+
+QPushButton* PictureView::add_button(const QString& text)
+{
+    auto* b = new QPushButton(text, this);
+    b->setObjectName(text);
+    bottom_->addWidget(b);
+    return b;
 }
 
 void PictureView::refresh()

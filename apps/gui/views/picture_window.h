@@ -5,8 +5,10 @@
 // beside the plan of active columns.
 #pragma once
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QWidget>
 #include <functional>
@@ -66,6 +68,9 @@ class PictureView : public QWidget {
     void refresh_pointer_labels();
     // The picture replayed on an image of the canvas's size, white behind.
     QImage render() const;
+    // A button in the row under the picture (the x-ray window's Stop and
+    // Continue), named for the tests by its text.
+    QPushButton* add_button(const QString& text);
 
   signals:
     // The user moved the scroll bar (not the program's own setting of it).
@@ -79,6 +84,7 @@ class PictureView : public QWidget {
     QLabel* scroll_label_;
     QLabel* pointer_labels_[2];
     QPlainTextEdit* text_;
+    QHBoxLayout* bottom_ = nullptr;
     bool setting_scroll_ = false;
 };
 
