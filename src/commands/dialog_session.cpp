@@ -303,9 +303,11 @@ DialogStep on_select(Ctx& c, FieldForm& f, int row, int)
     return DialogStep::done;
 }
 
-DialogStep on_select(Ctx& c, GridSearchForm& f, int row, int)
+// A cell of either search form: the one left is stored and the set-up
+// picture drawn again before the new one is taken.
+template <class Form> DialogStep select_search_cell(Ctx& c, Form& f, int row, int cells)
 {
-    if (row < 1 || row > grid_form_cells)
+    if (row < 1 || row > cells)
         return DialogStep::not_here;
     commit_edit(c.p, c.s);
     search_preview(c.p, c.port, f);
@@ -314,15 +316,14 @@ DialogStep on_select(Ctx& c, GridSearchForm& f, int row, int)
     return DialogStep::done;
 }
 
+DialogStep on_select(Ctx& c, GridSearchForm& f, int row, int)
+{
+    return select_search_cell(c, f, row, grid_form_cells);
+}
+
 DialogStep on_select(Ctx& c, AutoSearchForm& f, int row, int)
 {
-    if (row < 1 || row > auto_form_cells)
-        return DialogStep::not_here;
-    commit_edit(c.p, c.s);
-    search_preview(c.p, c.port, f);
-    c.s.row = row;
-    load_edit(c.s);
-    return DialogStep::done;
+    return select_search_cell(c, f, row, auto_form_cells);
 }
 
 DialogStep on_select(Ctx&, GraphicsOptionsForm& f, int row, int)
