@@ -30,6 +30,8 @@ targets=("$@")
 build=${TOBEL_FUZZ_BUILD:-build/fuzz}
 case $build in /*) ;; *) build="$(pwd)/$build" ;; esac
 
+scripts/deps.sh clang libclang-rt-14-dev || true
+
 # The newest clang++ there is, and whether it can link libFuzzer.
 cxx=""
 for c in clang++ clang++-14 clang++-15 clang++-16; do
@@ -42,7 +44,7 @@ probe_dir=$(mktemp -d)
 trap 'rm -rf "$probe_dir"' EXIT
 if [ -z "$cxx" ] || ! echo 'extern "C" int LLVMFuzzerTestOneInput(const unsigned char*, unsigned long) { return 0; }' |
     "$cxx" -x c++ -fsanitize=fuzzer - -o "$probe_dir/probe" >/dev/null 2>&1; then
-    note="clang++ with libFuzzer is not available (scripts/deps.sh installs clang and libclang-rt-14-dev)"
+    note="clang++ with libFuzzer is not available (Debian packages clang and libclang-rt-14-dev)"
     if [ $smoke -eq 1 ]; then
         echo "NOTE: fuzzing smoke run skipped: $note"
         exit 0

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Builds everything with warnings as errors under AddressSanitizer and
-# UndefinedBehaviorSanitizer, and runs every test.
+# UndefinedBehaviorSanitizer, and runs every test. The fuzz targets' seeds and
+# saved reproducers are replayed among the tests; fuzzing itself, which needs
+# a second build of everything with clang, is scripts/fuzz.sh.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/deps.sh
@@ -15,5 +17,3 @@ cmake -S . -B build/sanitize -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTOBEL_WERROR=ON
     -DTOBEL_BENCH=ON >/dev/null
 cmake --build build/sanitize -j"$(nproc)"
 ctest --test-dir build/sanitize --output-on-failure -j"$(nproc)"
-# A few seconds of fuzzing per file reader; skipped with a note without clang.
-scripts/fuzz.sh --smoke 5

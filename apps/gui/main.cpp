@@ -16,7 +16,7 @@ int main(int argc, char** argv)
                    "OUT.png: open FILE, show the view, write the window to OUT.png and end");
     cli.add_option("--view", view,
                    "with --screenshot: isometry, longitudinal, lateral, plan, plan-active, xray, "
-                   "search or editor")
+                   "search, editor, search-progress or report-preview")
         ->check(CLI::IsMember(std::vector<std::string>(std::begin(tobel::gui::screenshot_views),
                                                        std::end(tobel::gui::screenshot_views))));
     cli.add_option("--settings", settings, "PATH: the settings file (default tob.cfg in the current folder)");

@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTextBrowser>
@@ -23,13 +24,18 @@
 #include "commands/commands.h"
 #include "commands/graphics_commands.h"
 #include "commands/menu_model.h"
+#include "commands/search_commands.h"
+#include "commands/search_picture.h"
 #include "forms/form_host.h"
+#include "graphics/plan_active.h"
 #include "graphics/section_views.h"
 #include "graphics/xray.h"
 #include "print/print_jobs.h"
 #include "search/trial.h"
 #include "start_forms.h"
 #include "views/picture_window.h"
+#include "views/search_info_window.h"
+#include "views/summary_window.h"
 
 namespace tobel::gui {
 
@@ -142,6 +148,8 @@ MainWindow::MainWindow(Project& p, Options options, QWidget* parent)
 
 MainWindow::~MainWindow()
 {
+    if (info_child_ != nullptr)
+        info_child_->removeEventFilter(this);
     // The child windows go after the maps that know them.
     for (QMdiSubWindow* sw : mdi_->subWindowList())
         sw->disconnect(this);
@@ -237,6 +245,10 @@ void MainWindow::refresh_menus()
 void MainWindow::refresh()
 {
     setWindowTitle(qs(p_.main_caption));
+    sync_search_info();
+    // The summary of a search that New or Open cleared goes with it.
+    if (summary_child_ != nullptr && p_.search.summary_count == 0)
+        summary_child_->hide();
     for (int i = 0; i < 4; ++i)
         method_labels_[i]->setText(qs(p_.method_labels[std::size_t(i + 1)]));
     refresh_menus();
@@ -397,13 +409,227 @@ void MainWindow::start_button(int button)
 
 void MainWindow::press_stop()
 {
+    // Stop while the paused panel waits is its Exit.
+    if (pause_loop_ != nullptr) {
+        search_info_button(3);
+        return;
+    }
     port_.request_stop();
 }
 
 void MainWindow::press_pause()
 {
-    if (p_.search.running)
+    if (p_.search.running && pause_loop_ == nullptr) {
         search_pause(p_);
+        sync_search_info();
+    }
+}
+
+void MainWindow::attach_pointer(PictureWindow* w, PictureView* view)
+{
+    PictureCanvas* canvas = view->canvas();
+    if (w == &p_.pictures.plan_active) {
+        // The press, and each column a drag crosses, prints the column's
+        // data beside the plan (the canvas's x runs along Y, its y along X).
+        auto show = [this, view](double x, double y) {
+            plan_click(p_, x, y);
+            view->refresh();
+        };
+        connect(canvas, &PictureCanvas::pointer_pressed, this, show);
+        connect(canvas, &PictureCanvas::pointer_dragged, this, show);
+    } else if (w == &p_.pictures.search) {
+        // The set-up handles: the press opens the form of the set-up in the
+        // session and takes a handle; the drag moves it; the release brings
+        // the form up.
+        connect(canvas, &PictureCanvas::pointer_pressed, this, [this, view](double x, double y) {
+            if (long_run_)
+                return;
+            if (search_picture_down(p_, port_, session_, x, y))
+                view->refresh();
+        });
+        connect(canvas, &PictureCanvas::pointer_dragged, this, [this, view](double x, double y) {
+            if (long_run_)
+                return;
+            search_picture_move(p_, port_, session_, x, y);
+            view->refresh();
+        });
+        connect(canvas, &PictureCanvas::pointer_released, this,
+                [this](double x, double y) { search_picture_released(x, y); });
+    }
+}
+
+void MainWindow::search_picture_released(double x, double y)
+{
+    switch (search_picture_up(p_, port_, session_, x, y)) {
+    case SetupDialog::ellipsoid:
+    case SetupDialog::grid_search:
+    case SetupDialog::auto_search:
+        if (long_run_)
+            return;
+        run_forms();
+        refresh();
+        return;
+    case SetupDialog::search_information:
+        p_.search.panel_open = -1;
+        sync_search_info();
+        return;
+    case SetupDialog::none: return;
+    }
+}
+
+QRect MainWindow::search_picture_rect() const
+{
+    const auto it = picture_children_.find(&p_.pictures.search);
+    if (it != picture_children_.end() && it->second->isVisible())
+        return it->second->geometry();
+    return mdi_->viewport()->rect();
+}
+
+// On closing, the place the user moved the window to becomes the fractions.
+void MainWindow::take_panel_place()
+{
+    if (info_child_ == nullptr || !info_moved_)
+        return;
+    const QRect pic = search_picture_rect();
+    if (pic.width() <= 0 || pic.height() <= 0)
+        return;
+    p_.search.panel_left = float(info_child_->x() - pic.x()) / float(pic.width());
+    p_.search.panel_top = float(info_child_->y() - pic.y()) / float(pic.height());
+    info_moved_ = false;
+}
+
+void MainWindow::sync_search_info()
+{
+    const bool want = p_.search.panel_open != 0 && (p_.pictures.search.exists || pause_loop_ != nullptr);
+    if (!want) {
+        if (info_child_ != nullptr && info_child_->isVisible()) {
+            take_panel_place();
+            info_child_->hide();
+        }
+        return;
+    }
+    if (info_ == nullptr) {
+        info_ = new SearchInfoWindow(p_);
+        connect(info_, &SearchInfoWindow::pressed, this, &MainWindow::search_info_button);
+        // Over the search picture whichever child is active.
+        info_child_ =
+            mdi_->addSubWindow(info_, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                          Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
+        info_child_->setObjectName("search_info");
+        info_child_->setWindowTitle("Search Information");
+        info_child_->installEventFilter(this);
+        connect(info_child_, &QObject::destroyed, this, [this] {
+            info_child_ = nullptr;
+            info_ = nullptr;
+        });
+    }
+    info_->refresh(pause_loop_ != nullptr);
+    if (!info_child_->isVisible()) {
+        // panel_left and panel_top of the picture's width and height, kept
+        // inside the client area.
+        placing_info_ = true;
+        info_child_->adjustSize();
+        info_child_->resize(std::max(info_child_->width(), 320), info_child_->height());
+        const QRect pic = search_picture_rect();
+        const QSize area = mdi_->viewport()->size();
+        int x = pic.x() + int(double(p_.search.panel_left) * pic.width());
+        int y = pic.y() + int(double(p_.search.panel_top) * pic.height());
+        x = std::clamp(x, 0, std::max(0, area.width() - info_child_->width()));
+        y = std::clamp(y, 0, std::max(0, area.height() - info_child_->height()));
+        info_child_->move(x, y);
+        info_child_->show();
+        placing_info_ = false;
+        info_moved_ = false;
+    }
+    info_child_->raise();
+}
+
+Answer MainWindow::paused_panel()
+{
+    if (pause_loop_ != nullptr)
+        return Answer::ok;
+    QEventLoop loop;
+    pause_loop_ = &loop;
+    pause_answer_ = Answer::ok;
+    // The search set panel_open: the panel comes up with Continue and Exit.
+    sync_search_info();
+    // Modal: the other child windows and the run's buttons wait.
+    std::vector<QPointer<QMdiSubWindow>> held;
+    for (QMdiSubWindow* sw : mdi_->subWindowList())
+        if (sw != info_child_ && sw->isEnabled()) {
+            sw->setEnabled(false);
+            held.emplace_back(sw);
+        }
+    pause_button_->setEnabled(false);
+    if (info_child_ != nullptr)
+        mdi_->setActiveSubWindow(info_child_);
+    loop.exec();
+    pause_loop_ = nullptr;
+    for (const auto& sw : held)
+        if (sw)
+            sw->setEnabled(true);
+    pause_button_->setEnabled(true);
+    if (info_ != nullptr)
+        info_->refresh(false);
+    return pause_answer_;
+}
+
+void MainWindow::search_info_button(int command)
+{
+    SearchState& s = p_.search;
+    switch (command) {
+    case 1:
+        if (s.panel_caption == "Tentative Critical Surface") {
+            // A normal interactive solution of the best surface.
+            if (long_run_)
+                return;
+            take_picture_size();
+            set_running(true, false);
+            solve_final_surface(p_, port_);
+            set_running(false, false);
+            refresh();
+        } else if (pause_loop_ == nullptr) {
+            search_pause(p_);
+            sync_search_info();
+        }
+        return;
+    case 2:
+    case 3:
+        if (pause_loop_ == nullptr)
+            return;
+        if (command == 2) {
+            search_continue(p_);
+            pause_answer_ = Answer::ok;
+        } else {
+            search_exit(p_);
+            pause_answer_ = Answer::cancel;
+        }
+        pause_loop_->quit();
+        return;
+    case 4: show_search_summary(); return;
+    default: return;
+    }
+}
+
+void MainWindow::show_search_summary()
+{
+    if (summary_ == nullptr) {
+        summary_ = new SummaryWindow(p_, port_);
+        summary_child_ = mdi_->addSubWindow(summary_);
+        summary_child_->setObjectName("search_summary");
+        summary_child_->setWindowTitle("Search Summary");
+        summary_child_->resize(760, 340);
+        // Close hides the form.
+        connect(summary_, &SummaryWindow::closed, this, [this] { summary_child_->hide(); });
+        connect(summary_child_, &QObject::destroyed, this, [this] {
+            summary_child_ = nullptr;
+            summary_ = nullptr;
+        });
+    }
+    summary_->open_table();
+    summary_child_->show();
+    summary_child_->raise();
+    mdi_->setActiveSubWindow(summary_child_);
 }
 
 PictureWindow* MainWindow::picture_by_caption(const std::string& caption)
@@ -453,10 +679,7 @@ void MainWindow::show_picture_window(const std::string& caption)
                 view->refresh_pointer_labels();
             }
         });
-        // The interactive behaviours of the views attach here: a click on the
-        // plan of active columns (show_single_column), the drags of the set-up
-        // handles, through the canvas's pointer_pressed, pointer_dragged and
-        // pointer_released.
+        attach_pointer(w, view);
         if (w == &p_.pictures.xray) {
             // Stop and Continue set the timer's flag; the tick reads it.
             connect(view->add_button("Stop"), &QPushButton::clicked, this, [this] {
@@ -507,6 +730,7 @@ void MainWindow::repaint_pictures()
 {
     for (const auto& [w, sw] : picture_children_)
         static_cast<PictureView*>(sw->widget())->canvas()->update();
+    sync_search_info();
 }
 
 void MainWindow::show_text_window(const std::string& caption, const std::vector<std::string>& lines)
@@ -633,6 +857,19 @@ void MainWindow::showEvent(QShowEvent* e)
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* e)
 {
+    if (watched == info_child_ && info_child_ != nullptr) {
+        if (e->type() == QEvent::Move && !placing_info_)
+            info_moved_ = true;
+        if (e->type() == QEvent::Close) {
+            // Closing the paused panel is its Continue; otherwise it closes.
+            if (pause_loop_ != nullptr) {
+                search_info_button(2);
+            } else {
+                take_panel_place();
+                p_.search.panel_open = 0;
+            }
+        }
+    }
     if (e->type() == QEvent::MouseButtonPress) {
         for (int label = 2; label <= 4; ++label)
             if (watched == method_labels_[label - 1]) {

@@ -4,6 +4,7 @@
 // text windows, and the Stop and Pause buttons of a long run.
 #pragma once
 
+#include <QEventLoop>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMdiArea>
@@ -24,6 +25,8 @@ class QMenu;
 namespace tobel::gui {
 
 class PictureView;
+class SearchInfoWindow;
+class SummaryWindow;
 
 class MainWindow : public QMainWindow, public MenuHost {
     Q_OBJECT
@@ -74,6 +77,24 @@ class MainWindow : public QMainWindow, public MenuHost {
     const PictureWindow* active_picture() const;
     // The active child's picture replayed on an image.
     QImage active_picture_image() const;
+    // The search information window (tob_searchinfo) and the "Search
+    // Summary" window; null until first shown.
+    SearchInfoWindow* search_info() const { return info_; }
+    QMdiSubWindow* search_info_child() const { return info_child_; }
+    SummaryWindow* search_summary() const { return summary_; }
+    // The search information window follows the search state: shown over
+    // the search picture at panel_left, panel_top while panel_open is set,
+    // its lines and buttons refreshed; hidden otherwise, its place kept as
+    // fractions of the picture when the user moved it.
+    void sync_search_info();
+    // The paused search's panel, modal: "Continue" gives ok, "Exit" (or
+    // Stop) cancel, as the search asks through its "Search paused" box.
+    Answer paused_panel();
+    bool paused() const { return pause_loop_ != nullptr; }
+    // The buttons of the search information window, 1 to 4.
+    void search_info_button(int command);
+    // "Summary of Factors of Safety": the summary window, opened afresh.
+    void show_search_summary();
     // The method box's labels, top first.
     QLabel* method_label(int i) const { return method_labels_[std::size_t(i - 1)]; }
 
@@ -100,6 +121,12 @@ class MainWindow : public QMainWindow, public MenuHost {
     void xray_tick();
     void take_picture_size();
     void set_running(bool on, bool search);
+    // The pointer on the pictures: the single column output on the plan of
+    // active columns, the set-up handles and the click on the search picture.
+    void attach_pointer(PictureWindow* w, PictureView* view);
+    void search_picture_released(double x, double y);
+    void take_panel_place();
+    QRect search_picture_rect() const;
     QMdiSubWindow* add_child(QWidget* widget, const QString& title);
     PictureWindow* picture_by_caption(const std::string& caption);
 
@@ -124,6 +151,15 @@ class MainWindow : public QMainWindow, public MenuHost {
     // project close when Open or New has replaced it.
     std::set<std::string> texts_written_;
     bool ending_ = false;
+    SearchInfoWindow* info_ = nullptr;
+    QMdiSubWindow* info_child_ = nullptr;
+    // The user moved the information window since it was placed.
+    bool info_moved_ = false;
+    bool placing_info_ = false;
+    QEventLoop* pause_loop_ = nullptr;
+    Answer pause_answer_ = Answer::ok;
+    SummaryWindow* summary_ = nullptr;
+    QMdiSubWindow* summary_child_ = nullptr;
 };
 
 } // namespace tobel::gui

@@ -72,22 +72,21 @@ Answer QtPort::message_box(const std::string& text, Buttons buttons, Icon icon, 
 {
     const Box box{text, buttons, icon, title};
     boxes.push_back(box);
+    // The paused search asks through its own window, the search information
+    // window with "Continue" (ok) and "Exit" (cancel), whoever answers the
+    // other boxes.
+    if (text == "Search paused" && buttons == Buttons::ok_cancel && p_.search.running != 0) {
+        if (busy_depth_ > 0)
+            QApplication::setOverrideCursor(Qt::ArrowCursor);
+        const Answer a = window_.paused_panel();
+        if (busy_depth_ > 0)
+            QApplication::restoreOverrideCursor();
+        return a;
+    }
     if (answer_box)
         return answer_box(box);
     QMessageBox m(qt_icon(icon), qs(title.empty() ? "TOBEL-3" : title), qs(text), QMessageBox::NoButton,
                   &window_);
-    // The paused search shows its panel: the last trial's lines with
-    // "Continue" and "Exit".
-    if (text == "Search paused" && buttons == Buttons::ok_cancel) {
-        QStringList lines;
-        for (const auto& l : p_.search.panel_lines)
-            lines << qs(l);
-        m.setInformativeText(lines.join('\n'));
-        QPushButton* go_on = m.addButton("Continue", QMessageBox::AcceptRole);
-        m.addButton("Exit", QMessageBox::RejectRole);
-        m.exec();
-        return m.clickedButton() == go_on ? Answer::ok : Answer::cancel;
-    }
     switch (buttons) {
     case Buttons::ok: m.setStandardButtons(QMessageBox::Ok); break;
     case Buttons::ok_cancel: m.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel); break;

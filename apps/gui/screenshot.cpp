@@ -3,12 +3,20 @@
 #include <QCoreApplication>
 #include <QImage>
 #include <QMdiSubWindow>
+#include <QTimer>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 
+#include "commands/menu_command.h"
 #include "commands/surface_commands.h"
+#include "dialogs/report_graphics_form.h"
+#include "graphics/contours.h"
+#include "graphics/picture.h"
+#include "graphics/search_plots.h"
 #include "graphics/xray.h"
 #include "main_window.h"
+#include "print/report_dialogs.h"
 #include "views/picture_window.h"
 
 namespace tobel::gui {
@@ -31,6 +39,99 @@ void settle()
 {
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
+}
+
+// The picture's child alone, maximised over the others; the search
+// information window stays over it.
+bool show_alone(MainWindow& w, const PictureWindow& shown)
+{
+    w.activateWindow();
+    w.show_picture_window(shown.caption);
+    PictureView* view = w.picture_view(shown);
+    if (view == nullptr)
+        return false;
+    auto* sw = qobject_cast<QMdiSubWindow*>(view->parentWidget());
+    if (sw != nullptr) {
+        for (QMdiSubWindow* other : w.mdi()->subWindowList())
+            if (other != sw && other != w.search_info_child())
+                other->hide();
+        w.mdi()->setActiveSubWindow(sw);
+        sw->showMaximized();
+        sw->raise();
+    }
+    // The information window placed again over the maximised picture.
+    if (QMdiSubWindow* info = w.search_info_child(); info != nullptr && info->isVisible()) {
+        info->hide();
+        w.sync_search_info();
+    }
+    return true;
+}
+
+// Trials recorded before the search-progress shot pauses the grid search:
+// on the 17 by 17 grid of the 2-D example about the upper half of the
+// centres, so that the contours of the lines done show.
+constexpr int progress_pause_trials = 200;
+
+// The stored grid search run and paused part way; while the paused panel
+// waits, the contours of the centres so far and the legend are drawn, the
+// window is grabbed, and the panel's Exit ends the search.
+bool search_progress_shot(MainWindow& w, QImage& image, std::string& why)
+{
+    Project& p = w.project();
+    if (!confirm_search_setup(p, w.port(), true, false)) {
+        why = "the stored grid search could not be set up";
+        return false;
+    }
+    w.refresh();
+    bool asked = false;
+    std::function<void()> poll;
+    poll = [&] {
+        if (!w.paused()) {
+            QTimer::singleShot(10, &w, poll);
+            return;
+        }
+        RecordingSurface s = picture_surface(p, p.pictures.search);
+        resume_picture(p, s);
+        draw_contours(p, s);
+        draw_fs_legend(p, s);
+        show_alone(w, p.pictures.search);
+        settle();
+        image = w.grab().toImage();
+        w.search_info_button(3);
+    };
+    w.port().on_yield = [&](long) {
+        if (asked || p.search.summary_count < progress_pause_trials)
+            return;
+        asked = true;
+        w.press_pause();
+        QTimer::singleShot(10, &w, poll);
+    };
+    w.choose("gridsearchsolv");
+    w.port().on_yield = nullptr;
+    if (image.isNull())
+        why = "the grid search ended before it was paused";
+    return !image.isNull();
+}
+
+// The stored surface solved, then the report's print preview with the plan
+// of active columns on page one, grabbed alone.
+bool report_preview_shot(MainWindow& w, QImage& image, std::string& why)
+{
+    Project& p = w.project();
+    if (!confirm_surface(p, w.port(), command_of_kind(p.surface_kind))) {
+        why = "the stored sliding surface could not be built";
+        return false;
+    }
+    w.refresh();
+    w.choose("Solve_single_trial");
+    // 2: "Plan of Active Columns".
+    ReportPreviewDialog preview(&w, p, report_context_of(p), report_graphic_picture(p, 2));
+    preview.resize(820, 1000);
+    preview.show();
+    settle();
+    image = preview.grab().toImage();
+    preview.hide();
+    return true;
 }
 
 // The view's picture window, or null with the reason in `why`.
@@ -128,6 +229,19 @@ int take_screenshot(MainWindow& w, const std::string& out, const std::string& vi
     } else if (!view.empty()) {
         return fail("--view needs a data file");
     }
+    if (view == "search-progress" || view == "report-preview") {
+        QImage image;
+        std::string why;
+        const bool ok = view == "search-progress" ? search_progress_shot(w, image, why)
+                                                  : report_preview_shot(w, image, why);
+        if (!ok)
+            return fail(why);
+        if (!errors.empty())
+            return fail(errors.front());
+        if (image.isNull() || !image.save(QString::fromStdString(out), "PNG"))
+            return fail("cannot write " + out);
+        return 0;
+    }
     if (!view.empty()) {
         std::string why;
         const PictureWindow* shown = show_view(w, view, why);
@@ -138,21 +252,8 @@ int take_screenshot(MainWindow& w, const std::string& out, const std::string& vi
         if (!shown->exists)
             return fail("the " + view + " view did not come up");
         // The view's own child, maximised over the others.
-        w.activateWindow();
-        w.show_picture_window(shown->caption);
-        PictureView* shown_view = w.picture_view(*shown);
-        if (shown_view == nullptr)
+        if (!show_alone(w, *shown))
             return fail("the " + view + " view has no window");
-        auto* sw = qobject_cast<QMdiSubWindow*>(shown_view->parentWidget());
-        if (sw != nullptr) {
-            // The shot shows the view alone.
-            for (QMdiSubWindow* other : w.mdi()->subWindowList())
-                if (other != sw)
-                    other->hide();
-            w.mdi()->setActiveSubWindow(sw);
-            sw->showMaximized();
-            sw->raise();
-        }
     }
     settle();
     const QImage image = w.grab().toImage();

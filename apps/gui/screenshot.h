@@ -9,8 +9,12 @@ namespace tobel::gui {
 class MainWindow;
 
 // The views a screenshot can show.
-inline constexpr const char* screenshot_views[] = {"isometry",    "longitudinal", "lateral", "plan",
-                                                   "plan-active", "xray",         "search",  "editor"};
+// "search-progress" is a grid search paused part way, with the contours of
+// the centres so far and the search information window; "report-preview"
+// the print preview of the report of the stored surface solved.
+inline constexpr const char* screenshot_views[] = {"isometry",        "longitudinal",  "lateral", "plan",
+                                                   "plan-active",     "xray",          "search",  "editor",
+                                                   "search-progress", "report-preview"};
 
 // Opens `file` (when given) through the Open command without its dialog,
 // brings up `view` (empty: what the Open shows), grabs the window to `out`.

@@ -367,6 +367,14 @@ template <class F> DialogStep on_type(Ctx& c, F&, char key)
     return DialogStep::done;
 }
 
+// The rotation form's arrow and scroll bar follow the text as it is typed.
+DialogStep on_type(Ctx& c, RotationForm& f, char key)
+{
+    on_type<RotationForm>(c, f, key);
+    rotation_form_edit(f, c.s.edit);
+    return DialogStep::done;
+}
+
 DialogStep on_type(Ctx&, InterpolationForm&, char)
 {
     return DialogStep::not_here;
@@ -696,6 +704,16 @@ DialogStep on_choose(Ctx& c, GeneralSurfaceForm& f, int choice)
         return DialogStep::not_here;
     if (choose_general_method(c.p, f, choice, c.port) == GeneralNext::closed)
         close(c.s);
+    return DialogStep::done;
+}
+
+DialogStep on_choose(Ctx& c, SectionEditor& ed, int choice)
+{
+    // The point table's vertical scroll bar; the point table of the image
+    // has none.
+    if (ed.scale.open)
+        return DialogStep::not_here;
+    table_scroll(c.p, ed, choice);
     return DialogStep::done;
 }
 
@@ -1340,7 +1358,12 @@ DialogStep dialog_pointer(Project& p, Port& port, DialogSession& s, PointerActio
                           PointerButton button, bool shift, double y, double e)
 {
     if (auto* ed = std::get_if<SectionEditor>(&s.form)) {
-        if (action == PointerAction::down)
+        // The legend box stands over the picture as a control of its own: a
+        // left press on it takes the box, not the picture.
+        if (action == PointerAction::down && button == PointerButton::left && !shift &&
+            !ed->legend.dragging && legend_hit(*ed, y, e))
+            legend_drag_begin(*ed, y, e);
+        else if (action == PointerAction::down)
             pointer_down(p, *ed, port, button, shift, y, e);
         else if (action == PointerAction::move)
             pointer_move(p, *ed, port, button, shift, y, e);

@@ -139,7 +139,8 @@ DialogStep dialog_key(Project& p, Port& port, DialogSession& s, FormKey key);
 // the material type of the selected entry (1 to 5, as mat_type), the input
 // method of the current surface row (0 to 2), the crack option (0 to 2), the
 // rotation scroll, the fill style (0 to 2), the blue scroll, the wedge
-// grid's scroll (its top row), the general surface's input method (0, 1).
+// grid's scroll (its top row), the general surface's input method (0, 1),
+// the section editor's point table scroll (the point shown first).
 //
 // The cells of the forms added last: the wedge grid by plane and column (as
 // WedgeColumn); the field form's four rows; the grid search form's cells as
@@ -155,7 +156,8 @@ DialogStep dialog_button(Project& p, Port& port, DialogSession& s, std::string_v
 // Pointer events on the section editor's picture, in world units (the
 // elevation multiplied by vert_exag), on the set-up picture of the ellipsoid
 // and search forms (their handles are dragged) or on the colour sampler (its
-// units).
+// units). On the editor a left press on the legend box takes the box, which
+// the moves carry and the release drops.
 enum class PointerAction { down, move, up };
 DialogStep dialog_pointer(Project& p, Port& port, DialogSession& s, PointerAction action,
                           PointerButton button, bool shift, double y, double e);

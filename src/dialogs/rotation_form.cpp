@@ -6,6 +6,7 @@
 #include "dialogs/numeric_entry.h"
 #include "graphics/draw_surface.h"
 #include "graphics/drawing.h"
+#include "graphics/recording_surface.h"
 #include "project/numtext.h"
 
 namespace tobel {
@@ -24,6 +25,7 @@ RotationForm open_rotation_form(const Project& p)
     RotationForm form;
     form.text = general_text(p.rotation_angle);
     form.scroll = held_in_limits(p.rotation_angle);
+    draw_rotation_picture(form);
     return form;
 }
 
@@ -31,6 +33,7 @@ void rotation_form_scroll(RotationForm& form, int value)
 {
     form.scroll = std::clamp(value, rotation_scroll_min, rotation_scroll_max);
     form.text = general_text(float(form.scroll));
+    draw_rotation_picture(form);
 }
 
 // A typed angle beyond the limits is kept as typed; only the scroll bar is
@@ -39,6 +42,7 @@ void rotation_form_edit(RotationForm& form, std::string_view text)
 {
     form.text = std::string(text);
     form.scroll = held_in_limits(val(text));
+    draw_rotation_picture(form);
 }
 
 bool rotation_form_accepts(const std::string& text, char key, int caret)
@@ -76,6 +80,15 @@ void draw_rotation_arrow(DrawSurface& surface, const RotationForm& form)
     surface.Line(arrow.tail.y, arrow.tail.x, arrow.tip.y, arrow.tip.x, black);
     surface.Line(arrow.tip.y, arrow.tip.x, arrow.barb_1.y, arrow.barb_1.x, black);
     surface.Line(arrow.tip.y, arrow.tip.x, arrow.barb_2.y, arrow.barb_2.x, black);
+}
+
+void draw_rotation_picture(RotationForm& form)
+{
+    form.arrow.clear();
+    form.arrow.device_width = rotation_picture_side;
+    form.arrow.device_height = rotation_picture_side;
+    RecordingSurface s(form.arrow);
+    draw_rotation_arrow(s, form);
 }
 
 void continue_rotation_form(Project& p, const RotationForm& form)

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "project/display_list.h"
 #include "project/project.h"
 
 namespace tobel {
@@ -26,20 +27,25 @@ constexpr int rotation_scroll_min = -20;
 constexpr int rotation_scroll_max = 20;
 // The arrow's own pi, finer than the 3.14 of the degree conversion.
 constexpr double rotation_arrow_pi = 3.141592654;
+// The little picture of the arrow, in device units (a choice of the layout).
+constexpr float rotation_picture_side = 120;
 
 struct RotationForm {
-    std::string text; // the text box
-    int scroll = 0;   // the scroll bar, rotation_scroll_min..rotation_scroll_max
+    std::string text;  // the text box
+    int scroll = 0;    // the scroll bar, rotation_scroll_min..rotation_scroll_max
+    DisplayList arrow; // the little picture, drawn anew with every change of the angle
 };
 
-// Opens on rotation_angle.
+// Opens on rotation_angle, the arrow drawn.
 RotationForm open_rotation_form(const Project& p);
 
-// The scroll bar moved to `value` (held within its limits): the text shows it.
+// The scroll bar moved to `value` (held within its limits): the text shows
+// it and the arrow follows.
 void rotation_form_scroll(RotationForm& form, int value);
 
 // Text typed into the box: it stands as typed; the scroll bar follows the
-// leading number, rounded and held within its limits.
+// leading number, rounded and held within its limits, and the arrow the
+// number itself.
 void rotation_form_edit(RotationForm& form, std::string_view text);
 
 // Whether a key typed into the box holding `text` enters it.
@@ -63,6 +69,8 @@ RotationArrow rotation_arrow(double angle_degrees);
 // Draws the arrow of the form's angle on a surface: Cls, the window, three
 // lines in black.
 void draw_rotation_arrow(DrawSurface& surface, const RotationForm& form);
+// The same into the form's own picture, `arrow`.
+void draw_rotation_picture(RotationForm& form);
 
 // Continue: rotation_angle = the form's angle.
 void continue_rotation_form(Project& p, const RotationForm& form);

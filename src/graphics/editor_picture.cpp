@@ -129,11 +129,12 @@ void draw_editor(Project& p, const SectionEditor& ed)
         draw_line(ed.edit_line);
     s.DrawWidth(1);
 
-    // The slope label beside the point it belongs to.
+    // The slope label beside the place it was computed for: the point
+    // picked, then the pointer that drags it.
     if (ed.slope_visible && ed.edit_point >= 1) {
         s.ForeColor(p.selected_colour);
-        s.CurrentX(double(ed.edit_y(ed.edit_point, ed.edit_line)) + ed.mark_size);
-        s.CurrentY(double(ed.edit_z(ed.edit_point, ed.edit_line)) * drawn_exaggeration(p) + ed.mark_size);
+        s.CurrentX(double(ed.slope_y) + ed.mark_size);
+        s.CurrentY(double(ed.slope_z) * drawn_exaggeration(p) + ed.mark_size);
         s.Print(ed.slope_label);
     }
     if (ed.legend.visible && ed.labels_visible)

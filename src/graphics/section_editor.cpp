@@ -55,6 +55,33 @@ void redraw(Project& p, const SectionEditor& ed)
     draw_editor(p, ed);
 }
 
+// A world point as fractions of the window in force, across from the left
+// and down from the top: how the legend box is placed.
+struct Fraction {
+    double x = 0, y = 0;
+};
+Fraction window_fraction(const SectionEditor& ed, double y, double e)
+{
+    const ZoomWindow& w = ed.window();
+    const double across = double(w.win_right) - w.win_left, down = double(w.win_top) - w.win_bottom;
+    return {across != 0 ? (y - w.win_left) / across : 0, down != 0 ? (double(w.win_top) - e) / down : 0};
+}
+
+bool on_legend(const SectionEditor& ed, double y, double e)
+{
+    const Fraction f = window_fraction(ed, y, e);
+    const LegendBox& l = ed.legend;
+    return f.x >= l.left && f.x <= l.left + l.width && f.y >= l.top && f.y <= l.top + l.height;
+}
+
+// The legend box follows the pointer, keeping the place it was taken by.
+void carry_legend(SectionEditor& ed, double y, double e)
+{
+    const Fraction f = window_fraction(ed, y, e);
+    ed.legend.left = float(f.x) - ed.legend.grab_x;
+    ed.legend.top = float(f.y) - ed.legend.grab_y;
+}
+
 void take_mark_size(SectionEditor& ed)
 {
     const ZoomWindow& w = ed.window();
@@ -390,6 +417,8 @@ void update_slope_label(SectionEditor& ed, double y, double z)
 {
     const int pt = ed.edit_point, k = ed.edit_line;
     ed.slope_visible = false;
+    ed.slope_y = float(y);
+    ed.slope_z = float(z);
     if (pt <= 1)
         return;
     const double run = y - double(ed.edit_y(pt - 1, k));
@@ -403,9 +432,17 @@ void update_slope_label(SectionEditor& ed, double y, double z)
     }
 }
 
-void legend_drag_begin(SectionEditor& ed)
+bool legend_hit(const SectionEditor& ed, double y, double e)
 {
+    return ed.legend.visible && ed.labels_visible && on_legend(ed, y, e);
+}
+
+void legend_drag_begin(SectionEditor& ed, double y, double e)
+{
+    const Fraction f = window_fraction(ed, y, e);
     ed.legend.dragging = true;
+    ed.legend.grab_x = float(f.x) - ed.legend.left;
+    ed.legend.grab_y = float(f.y) - ed.legend.top;
 }
 
 void pointer_down(Project& p, SectionEditor& ed, Port& port, PointerButton button, bool shift, double y,
@@ -451,11 +488,7 @@ void pointer_down(Project& p, SectionEditor& ed, Port& port, PointerButton butto
     }
     // 4. The right button shows or hides the legend under it.
     if (button == PointerButton::right) {
-        const ZoomWindow& w = ed.window();
-        const double fx = (y - w.win_left) / (double(w.win_right) - w.win_left);
-        const double fy = (double(w.win_top) - e) / (double(w.win_top) - w.win_bottom);
-        const LegendBox& l = ed.legend;
-        if (fx >= l.left && fx <= l.left + l.width && fy >= l.top && fy <= l.top + l.height)
+        if (on_legend(ed, y, e))
             ed.legend.visible = !ed.legend.visible;
         redraw(p, ed);
         return;
@@ -531,12 +564,20 @@ void pointer_move(Project& p, SectionEditor& ed, Port& port, PointerButton butto
         redraw(p, ed);
         return;
     }
+    if (ed.legend.dragging) {
+        carry_legend(ed, y, e);
+        redraw(p, ed);
+        return;
+    }
     const float z = true_z(p, e);
     ed.y_label = " Y = " + format(y, "###0.0");
     ed.z_label = " Z = " + format(double(z), "###0.0");
     p.pictures.editor.pointer_labels = {ed.y_label, ed.z_label};
-    if (button == PointerButton::left && ed.point_picked == 1)
+    if (button == PointerButton::left && ed.point_picked == 1) {
+        // The label beside the pointer tells the slope the point would take.
         update_slope_label(ed, y, z);
+        redraw(p, ed);
+    }
 }
 
 void pointer_up(Project& p, SectionEditor& ed, Port& port, PointerButton button, bool shift, double y,
@@ -552,6 +593,14 @@ void pointer_up(Project& p, SectionEditor& ed, Port& port, PointerButton button,
         redraw(p, ed);
         return;
     }
+    // The legend box is a control of its own: its release ends its drag
+    // whatever else waits for a click on the picture.
+    if (ed.legend.dragging) {
+        carry_legend(ed, y, e);
+        ed.legend.dragging = false;
+        redraw(p, ed);
+        return;
+    }
     // 2. Calibration clicks.
     if (ed.image.image_stage != 0) {
         calibration_click(p, ed, port, y, e);
@@ -563,14 +612,6 @@ void pointer_up(Project& p, SectionEditor& ed, Port& port, PointerButton button,
         return;
     }
     if (button == PointerButton::right) {
-        redraw(p, ed);
-        return;
-    }
-    if (ed.legend.dragging) {
-        const ZoomWindow& w = ed.window();
-        ed.legend.left = float((y - w.win_left) / (double(w.win_right) - w.win_left));
-        ed.legend.top = float((double(w.win_top) - e) / (double(w.win_top) - w.win_bottom));
-        ed.legend.dragging = false;
         redraw(p, ed);
         return;
     }
@@ -865,6 +906,24 @@ void table_click(Project& p, SectionEditor& ed, Port& port, int row, int col)
     const int before = table_point(ed);
     ed.table_row = int16(row);
     ed.table_col = int16(col);
+    load_cell(ed);
+    if (table_point(ed) != before)
+        redraw(p, ed);
+}
+
+int table_scroll_max(const Project& p, const SectionEditor& ed)
+{
+    // Rows beyond max_points cannot take a point, so the bar stops where the
+    // last row shows point max_points.
+    const int last_top = std::max(1, p.max_points - ed.table_rows + 1);
+    return std::max(1, std::min<int>(std::max(ed.table_limit, ed.table_first), last_top));
+}
+
+void table_scroll(Project& p, SectionEditor& ed, int first)
+{
+    table_commit(ed);
+    const int before = table_point(ed);
+    ed.table_first = int16(std::clamp(first, 1, table_scroll_max(p, ed)));
     load_cell(ed);
     if (table_point(ed) != before)
         redraw(p, ed);

@@ -51,6 +51,10 @@ struct LegendBox {
     bool visible = true;
     bool dragging = false;
     float left = 0.02f, top = 0.02f, width = 0.3f, height = 0.12f;
+    // Where the pointer took the box, as fractions of the picture from the
+    // box's upper left corner, so that the box keeps its place under the
+    // pointer while it is dragged.
+    float grab_x = 0, grab_y = 0;
     std::string hint = "Press SHIFT and drag cursor to scroll image";
 };
 
@@ -107,6 +111,9 @@ struct SectionEditor {
     std::string line_label, long_label, section_label;
     std::string y_label, z_label, slope_label;
     bool slope_visible = false, labels_visible = true;
+    // Where the slope label stands: beside the point it was computed for,
+    // which follows the pointer while a point is dragged (Y and true Z).
+    float slope_y = 0, slope_z = 0;
 
     // Menus: item i of an array at index i - 1.
     std::vector<EditorMenuItem> goto_section_items, goto_line_items, copy_section_items, copy_layer_items;
@@ -156,8 +163,12 @@ void pointer_move(Project& p, SectionEditor& ed, Port& port, PointerButton butto
                   double e);
 void pointer_up(Project& p, SectionEditor& ed, Port& port, PointerButton button, bool shift, double y,
                 double e);
-// The legend box is taken by the pointer; pointer_up drops it.
-void legend_drag_begin(SectionEditor& ed);
+// Whether world (y, e) falls on the legend box as it is drawn (shown, with
+// the labels) in the window of the zoom level in force.
+bool legend_hit(const SectionEditor& ed, double y, double e);
+// The legend box is taken by the pointer at world (y, e); pointer_move
+// carries it and pointer_up drops it where the pointer leaves it.
+void legend_drag_begin(SectionEditor& ed, double y, double e);
 
 void toggle_line(Project& p, SectionEditor& ed, Port& port);
 void goto_line(Project& p, SectionEditor& ed, Port& port, int k);
@@ -184,6 +195,13 @@ bool table_key_accepted(char key);
 void table_key(Project& p, SectionEditor& ed, Port& port, FormKey key);
 bool table_type(Project& p, SectionEditor& ed, Port& port, char key);
 void table_click(Project& p, SectionEditor& ed, Port& port, int row, int col);
+// The table's vertical scroll bar: it runs from point 1 to the scroll limit
+// (edit_npts + 10, or further when the keys have gone beyond it), and its
+// value is table_first.
+int table_scroll_max(const Project& p, const SectionEditor& ed);
+// The scroll bar moved: the typed cell goes in and the table shows the
+// points from `first`, the current cell staying in its row.
+void table_scroll(Project& p, SectionEditor& ed, int first);
 // The current cell's text goes into the working copy.
 void table_commit(SectionEditor& ed);
 

@@ -56,16 +56,19 @@ struct MeshStamp {
 
 // An active column of a Bishop or Janbu pass: what the iterations read,
 // worked out once in the double values the equations would compute each time.
+// What every iteration reads comes first, so that it shares as few cache
+// lines as can be.
 struct BishopColumn {
-    std::size_t at = 0;                  // flat index into the column grids
-    double cos_gamma = 0, lat_slope = 0; // as stored, single
-    double wl = 0, d_cu = 0;             // W L and U sin(alpha) T - C sin(alpha)
-    double g = 0;                        // sin(alpha) T / cos(gamma)
-    double u = 0, t = 0, coh = 0;        // U = u A, T = tan(phi), C = c A
-    double inv_area = 0;                 // 1 / A
-    double q_arm = 0, h_arm = 0;         // arm of the shear force; H = centre_z - z_s
-    double np_arm = 0, wl_arm_kwe = 0;   // cos(gamma) / cos(alpha) P; W L col_arm + k W E
+    double cos_gamma = 0, g = 0;       // as stored, single; sin(alpha) T / cos(gamma)
+    double wl = 0, d_cu = 0;           // W L and U sin(alpha) T - C sin(alpha)
+    double u = 0, t = 0, coh = 0;      // U = u A, T = tan(phi), C = c A
+    double inv_area = 0;               // 1 / A
+    double q_arm = 0;                  // arm of the shear force
+    double np_arm = 0, wl_arm_kwe = 0; // cos(gamma) / cos(alpha) P; W L col_arm + k W E
+    std::size_t at = 0;                // flat index into the column grids
     bool nonlinear = false, warn = false, positive = false;
+    // Read once a pass has converged, for its lateral sums.
+    double lat_slope = 0, h_arm = 0; // as stored, single; H = centre_z - z_s
     int r = 0, c = 0, m = 0;
     // Read by Janbu's equations and by a non-linear base's strength only.
     float area = 0;
@@ -76,16 +79,18 @@ struct BishopColumn {
 // fixed over the round's F iterations (and over the rounds that follow one
 // whose sliding plane did not change).
 struct SpencerColumn {
-    std::size_t at = 0; // flat index into the column grids
-    int r = 0, c = 0, m = 0;
+    // What every F iteration reads comes first.
+    double t = 0, ut_c = 0; // T = tan(phi); U T - C
+    double cos_g = 0, sin_a = 0, cos_a = 0, tan_a = 0;
+    double f = 0, w = 0;
     bool nonlinear = false;
     bool prev_active = false; // node c - 1 is active in this round
+    int r = 0, c = 0, m = 0;
+    std::size_t at = 0;       // flat index into the column grids
     float phi0 = 0, coh0 = 0; // strength of the set-up, for a non-linear base
-    double w = 0, area = 0, pore = 0, cos_g = 0;
-    double sin_a = 0, cos_a = 0, tan_a = 0, tan_b = 0;
-    double zs = 0, zg = 0, f = 0;
-    double u = 0, t = 0, coh = 0; // U = u A, T = tan(phi), C = c A
-    double ut_c = 0;              // U T - C
+    double area = 0, pore = 0, tan_b = 0;
+    double zs = 0, zg = 0;
+    double u = 0, coh = 0; // U = u A, C = c A
 };
 
 struct SpencerRow {
@@ -102,6 +107,16 @@ struct BaseTrig {
     float dip_x = 0, dip_y = 0;
     double sin_a = 0, cos_a = 1, tan_a = 0;
     double sin_b = 0, cos_b = 1, tan_b = 0;
+};
+
+// The active nodes of a mesh row in the dense set-up of an ellipsoid trial,
+// one array per quantity, in the order of the nodes: what the per-node
+// evaluation would store at each, worked out before anything is stored.
+struct DenseRow {
+    std::vector<int> col, layer, material;
+    std::vector<std::size_t> at; // flat index into the column grids
+    std::vector<double> zs, zg, sin_a, cos_a, tan_b;
+    std::vector<float> cos_gamma, lat_slope, area, pore, weight, phi, coh;
 };
 
 struct SolverWork {
@@ -122,6 +137,13 @@ struct SolverWork {
     // the last trial dirtied); outside `region` nothing is rewritten.
     bool armed = false;
     NodeBox box, region;
+    // The nodes of `region` that may hold anything but what a trial leaves
+    // beside its slide (the box the last trial dirtied, or all of `region`);
+    // the others need no clearing.
+    NodeBox stale;
+    // The nodes the ellipsoid left under the ground: beyond them, and
+    // unless the plane was lifted, a finished solve leaves nothing to clear.
+    NodeBox cut;
     bool swept = false; // the solver's set-up went over the whole region
 
     // 3. The base trigonometry of the last ellipsoid's slide, node (r, c) of
@@ -131,9 +153,13 @@ struct SolverWork {
 
     // 4. Buffers of the solvers, kept so that a trial allocates nothing.
     std::vector<BishopColumn> bishop;
+    std::vector<double> bishop_n, bishop_n_done; // normal forces of two iterations
     std::vector<std::size_t> row_end;
     std::vector<SpencerColumn> spencer;
     std::vector<SpencerRow> spencer_rows;
+    DenseRow dense;
+    // Every set-up node by node, as beyond the ellipsoid: for comparisons.
+    bool per_node_setup = false;
 };
 
 // Drops the record: the next trial visits the whole mesh. For every change of

@@ -23,6 +23,10 @@ using ActiveColumn = BishopColumn;
 
 struct IterationSums {
     double r = 0, dm = 0, sj = 0, nj = 0;
+};
+
+// The sums that only the normal forces of a pass's last iteration feed.
+struct LastSums {
     double lat_moment = 0, wl_positive = 0;
     float ubf = 0, neg = 0, thrust_positive = 0;
 };
@@ -67,10 +71,33 @@ struct Factors {
     Factors(double f_, double j_) : f(f_), inv_f(1 / f_), j(j_), inv_j(1 / j_) {}
 };
 
-// The column's equations at the current F (and J for Janbu). False when the
-// normal force is not a finite number.
+// The lateral unbalance, its moment and positive side and the negative
+// normals of an iteration, from its normal forces n (one per column of
+// `cols`), summed in solving order and rounded column after column as the
+// iteration would have summed them. Worked out once, for the last iteration.
+static LastSums last_iteration_sums(const std::vector<ActiveColumn>& cols, const std::vector<double>& n)
+{
+    LastSums s;
+    for (std::size_t k = 0; k < cols.size(); ++k) {
+        const ActiveColumn& e = cols[k];
+        const double nk = n[k];
+        const double b = nk * e.lat_slope;
+        s.ubf = float(double(s.ubf) + b);
+        s.lat_moment += b * e.h_arm;
+        if (e.positive) {
+            s.thrust_positive = float(double(s.thrust_positive) + b);
+            s.wl_positive += e.wl;
+        }
+        if (nk < 0)
+            s.neg = float(double(s.neg) + std::abs(nk));
+    }
+    return s;
+}
+
+// The column's equations at the current F (and J for Janbu); the normal force
+// goes to `n_out`. False when it is not a finite number.
 static inline bool solve_column(Project& p, Port& port, const ActiveColumn& e, const Factors& fj, bool janbu,
-                                IterationSums& s)
+                                IterationSums& s, double& n_out)
 {
     const double cg = e.cos_gamma;
     const double ma = cg * (1.0 + e.g * fj.inv_f);
@@ -82,15 +109,7 @@ static inline bool solve_column(Project& p, Port& port, const ActiveColumn& e, c
     const double n = (e.wl + e.d_cu * fj.inv_f) / ma;
     if (!std::isfinite(n))
         return false;
-    const double b = n * e.lat_slope;
-    s.ubf = float(double(s.ubf) + b);
-    s.lat_moment += b * e.h_arm;
-    if (e.positive) {
-        s.thrust_positive = float(double(s.thrust_positive) + b);
-        s.wl_positive += e.wl;
-    }
-    if (n < 0)
-        s.neg = float(double(s.neg) + std::abs(n));
+    n_out = n;
     p.col_normal.v[e.at] = float(n * e.inv_area);
     const double shear = (n - e.u) * e.t + e.coh;
     s.r += shear * e.q_arm;
@@ -106,6 +125,39 @@ static inline bool solve_column(Project& p, Port& port, const ActiveColumn& e, c
         s.nj = s.nj + nj * e.ns_arm + e.kw;
     }
     return true;
+}
+
+// Stores what the dense set-up worked out for active node k of row r, as
+// evaluate_column stores it in a set-up iteration at a plain base, and leaves
+// the node's scratch for the equations.
+static void commit_dense_node(Project& p, const DenseRow& d, std::size_t k, int r, ColumnRow& row,
+                              ColumnScratch& cs, double plan_area)
+{
+    const std::size_t at = d.at[k];
+    ++p.active_columns;
+    ++row.active;
+    cs.sin_a = d.sin_a[k];
+    cs.cos_a = d.cos_a[k];
+    cs.tan_b = d.tan_b[k];
+    cs.zs = d.zs[k];
+    cs.zg = d.zg[k];
+    cs.layer = d.layer[k];
+    cs.material = d.material[k];
+    p.col_cos_gamma.v[at] = d.cos_gamma[k];
+    p.col_lat_slope.v[at] = d.lat_slope[k];
+    p.col_area.v[at] = d.area[k];
+    p.col_material.v[at] = d.layer[k];
+    p.col_pore.v[at] = d.pore[k];
+    p.col_weight.v[at] = d.weight[k];
+    cs.weight = d.weight[k];
+    p.slide_weight = float(double(p.slide_weight) + cs.weight);
+    p.slide_area = float(double(p.slide_area) + double(d.area[k]));
+    p.slide_volume = float(double(p.slide_volume) + (cs.zg - cs.zs) * plan_area);
+    p.col_phi.v[at] = d.phi[k];
+    p.col_cohesion.v[at] = d.coh[k];
+    if (row.continuity == 0 && row.passages > 0)
+        add_message(p, "SLIDING MASS IS DISCONTINUOUS IN ROW " + str(r));
+    row.continuity = 1;
 }
 
 // Turns the dips in place for a rotated direction of sliding. The right
@@ -168,19 +220,44 @@ static void solve(Project& p, Port& port)
     // The buffers of the last solve, given back at the end.
     std::vector<ActiveColumn> cols;
     std::vector<std::size_t> row_end;
+    // Normal forces of the iteration under way and of the last one completed.
+    std::vector<double> n_now, n_done;
     cols.swap(p.work.bishop);
     row_end.swap(p.work.row_end);
+    n_now.swap(p.work.bishop_n);
+    n_done.swap(p.work.bishop_n_done);
     row_end.assign(std::size_t(p.num_rows) + 1, 0);
+    // The sums of the last completed iteration are worked out when the
+    // iterations stop, whichever way they stop: until then `pending`.
+    bool pending = false;
+    LastSums last;
+    LateralSums lateral;
+    auto settle = [&] {
+        if (!pending)
+            return;
+        pending = false;
+        last = last_iteration_sums(cols, n_done);
+        p.neg_normal_sum = last.neg;
+        p.lateral_unbalance = last.ubf;
+        p.thrust_positive = last.thrust_positive;
+        lateral.wl_positive = last.wl_positive;
+    };
     struct GiveBack {
         Project& p;
         std::vector<ActiveColumn>& cols;
         std::vector<std::size_t>& row_end;
+        std::vector<double>& n_now;
+        std::vector<double>& n_done;
+        decltype(settle)& settle_sums;
         ~GiveBack()
         {
+            settle_sums();
             cols.swap(p.work.bishop);
             row_end.swap(p.work.row_end);
+            n_now.swap(p.work.bishop_n);
+            n_done.swap(p.work.bishop_n_done);
         }
-    } give_back{p, cols, row_end};
+    } give_back{p, cols, row_end, n_now, n_done, settle};
     p.work.swept = false;
 
     auto fail = [&](const Failure& x) {
@@ -198,7 +275,7 @@ static void solve(Project& p, Port& port)
         p.slide_weight = p.slide_area = p.slide_volume = 0;
         p.head_water_sum = p.crack_water_sum = p.ext_vertical_sum = 0;
         p.weight_flat = p.weight_positive = p.weight_negative = p.thrust_positive = 0;
-        LateralSums lateral;
+        lateral = LateralSums{};
         double m_ext = 0, h_ext = 0;
         fill_box(p.col_weight, region, 0.0f);
         fill_box(p.col_lateral_load, region, 0.0f);
@@ -225,21 +302,55 @@ static void solve(Project& p, Port& port)
 
             if (i == 1) {
                 cols.clear();
+                n_now.clear();
                 ColumnSwitches sw;
                 sw.setup = true;
                 sw.head_test = true;
                 sw.bishop_janbu = true;
                 // A column is drawn once, in the first pass.
                 sw.hooks = pass == 1 ? hooks : nullptr;
+                // In a bounded trial an inactive node that is not stale holds
+                // the results of an inactive node already.
+                const bool skip_clean = trial_bounded(p);
+                const NodeBox& stale = p.work.stale;
+                const int nl = p.num_layers, si = p.sliding_index;
+                // The rows of an ellipsoid trial are set up densely, unless a
+                // node of the row needs the evaluation node by node.
+                const bool dense = skip_clean && sw.hooks == nullptr && !p.work.per_node_setup;
+                DenseRow& d = p.work.dense;
+                const double plan_area = double(p.row_spacing) * double(p.col_spacing);
                 for (int r = 1; r <= p.num_rows && !failure.failed; ++r) {
                     ColumnRow row;
                     // Beyond the region every node is inactive and already cleared.
                     const int c_first = region.has_row(r) ? region.c0 : 1;
                     const int c_last = region.has_row(r) ? region.c1 : 0;
+                    const bool row_dense =
+                        dense && c_first <= c_last && dense_row_setup(p, r, c_first, c_last, d);
+                    std::size_t next = 0; // the next active node of a dense row
+                    // Made once: the evaluation sets what is read of it at each node.
+                    ColumnScratch cs;
                     for (int c = c_first; c <= c_last; ++c) {
-                        ColumnScratch cs;
-                        sw.sigma_factor = l_prev;
-                        const ColumnOutcome out = evaluate_column(p, r, c, sw, row, cs);
+                        ColumnOutcome out = ColumnOutcome::inactive;
+                        if (row_dense && next < d.col.size() && d.col[next] == c) {
+                            commit_dense_node(p, d, next, r, row, cs, plan_area);
+                            ++next;
+                            out = ColumnOutcome::active;
+                        } else if (skip_clean && !stale.has(r, c)) {
+                            const double zs = p.zgrid(r, c, si), zg = p.zgrid(r, c, nl);
+                            if (!(std::abs(zs - zg) >= 0.001)) {
+                                // The row's bookkeeping of an inactive node, and
+                                // the weight an external force may have put there.
+                                if (row.continuity != 0)
+                                    ++row.passages;
+                                row.continuity = 0;
+                                p.col_weight(r, c) = 0;
+                                continue;
+                            }
+                        }
+                        if (out != ColumnOutcome::active) {
+                            sw.sigma_factor = l_prev;
+                            out = evaluate_column(p, r, c, sw, row, cs);
+                        }
                         if (out == ColumnOutcome::failed) {
                             failure = {true, c, r, cs.material};
                             break;
@@ -302,12 +413,14 @@ static void solve(Project& p, Port& port)
                         e.inv_area = 1.0 / double(e.area);
                         e.np_arm = e.cos_gamma / e.cos_a * p_arm;
                         e.ns_arm = e.cos_gamma / e.cos_a * e.sin_a;
-                        if (!solve_column(p, port, e, fj, janbu, s)) {
+                        double n = 0;
+                        if (!solve_column(p, port, e, fj, janbu, s, n)) {
                             failure = {true, c, r, e.m};
                             break;
                         }
                         l_prev = l;
                         cols.push_back(e);
+                        n_now.push_back(n);
                     }
                     row_end[std::size_t(r)] = cols.size();
                     if (failure.failed)
@@ -327,6 +440,7 @@ static void solve(Project& p, Port& port)
                 if (!failure.failed && pass == 1)
                     p.work.swept = true;
             } else {
+                n_now.resize(cols.size());
                 std::size_t n = 0;
                 for (int r = 1; r <= p.num_rows && !failure.failed; ++r) {
                     const std::size_t end = row_end[std::size_t(r)];
@@ -341,7 +455,7 @@ static void solve(Project& p, Port& port)
                             strength_terms(p, e, tan_cache);
                             local_fos(p, e, k);
                         }
-                        if (!solve_column(p, port, e, fj, janbu, s)) {
+                        if (!solve_column(p, port, e, fj, janbu, s, n_now[n])) {
                             failure = {true, e.c, e.r, e.m};
                             break;
                         }
@@ -356,13 +470,13 @@ static void solve(Project& p, Port& port)
                 p.active_columns = std::int32_t(cols.size());
             }
             if (failure.failed) {
+                // The sums stand as the last completed iteration left them.
+                settle();
                 fail(failure);
                 return;
             }
-            p.neg_normal_sum = s.neg;
-            p.lateral_unbalance = s.ubf;
-            p.thrust_positive = s.thrust_positive;
-            lateral.wl_positive = s.wl_positive;
+            n_now.swap(n_done);
+            pending = true;
 
             if (s.r == 0) { // an empty mass: F stands
                 empty = true;
@@ -410,12 +524,15 @@ static void solve(Project& p, Port& port)
             break;
         }
 
-        if (empty)
+        if (empty) {
+            settle();
             break;
+        }
         // Converged.
+        settle();
         p.unbalance_z = p.lateral_unbalance == 0
                             ? 0.0f
-                            : float(double(p.centre_z) - s.lat_moment / double(p.lateral_unbalance));
+                            : float(double(p.centre_z) - last.lat_moment / double(p.lateral_unbalance));
         if (interactive && lateral_balance_step(p, port, lateral, asked))
             continue;
         if (p.balance_lateral != 1)

@@ -212,6 +212,77 @@ static bool pore_pressure(const Project& p, int r, int c, int l, int m, const Co
     return true;
 }
 
+bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
+{
+    const int nl = p.num_layers, si = p.sliding_index;
+    const double a = double(p.row_spacing) * double(p.col_spacing);
+    // 1. The active nodes of the span.
+    d.col.clear();
+    d.zs.clear();
+    d.zg.clear();
+    for (int c = c0; c <= c1; ++c) {
+        const double zs = p.zgrid(r, c, si), zg = p.zgrid(r, c, nl);
+        if (std::abs(zs - zg) >= 0.001) {
+            d.col.push_back(c);
+            d.zs.push_back(zs);
+            d.zg.push_back(zg);
+        }
+    }
+    const std::size_t n = d.col.size();
+    for (auto* v : {&d.layer, &d.material})
+        v->resize(n);
+    d.at.resize(n);
+    for (auto* v : {&d.sin_a, &d.cos_a, &d.tan_b})
+        v->resize(n);
+    for (auto* v : {&d.cos_gamma, &d.lat_slope, &d.area, &d.pore, &d.weight, &d.phi, &d.coh})
+        v->resize(n);
+    // 2. The base: its dips' functions, cos(gamma), the lateral slope and the area.
+    for (std::size_t k = 0; k < n; ++k) {
+        const std::size_t at = p.col_weight.index(r, d.col[k]);
+        d.at[k] = at;
+        const BaseTrig bt = node_base_trig(p.work, r, d.col[k], p.surf_dip_x.v[at], p.surf_dip_y.v[at]);
+        d.sin_a[k] = bt.sin_a;
+        d.cos_a[k] = bt.cos_a;
+        d.tan_b[k] = bt.tan_b;
+        const double cg = 1.0 / std::sqrt(bt.tan_b * bt.tan_b + bt.tan_a * bt.tan_a + 1.0);
+        d.cos_gamma[k] = float(cg);
+        d.lat_slope[k] = float(cg * bt.tan_b);
+        d.area[k] = float(a * std::sqrt(1 - bt.sin_a * bt.sin_a * bt.sin_b * bt.sin_b) / bt.cos_b / bt.cos_a);
+        if (!(d.area[k] != 0) || !std::isfinite(d.area[k]))
+            return false;
+    }
+    // 3. Weight through the layers, material, pore pressure and strength.
+    ColumnScratch s;
+    for (std::size_t k = 0; k < n; ++k) {
+        const int c = d.col[k];
+        int l = 1;
+        double t = 0;
+        double q = weight_down_to(p, r, c, d.zs[k], l, t);
+        const int m = working_material(p, l, r, c);
+        if (!in_material_table(m) || material_type(p, m) != 1)
+            return false;
+        const float phi = float(double(p.deg_to_rad) * double(p.mat_phi[m]));
+        const float coh = p.mat_cohesion[m];
+        if (phi == 0 && coh == 0) // a submerged head
+            return false;
+        d.layer[k] = l;
+        d.material[k] = m;
+        d.phi[k] = phi;
+        d.coh[k] = coh;
+        q = q + double(p.mat_unit_weight[l]) * (t - d.zs[k]);
+        s.zs = d.zs[k];
+        s.zg = d.zg[k];
+        double u = 0;
+        if (!pore_pressure(p, r, c, l, m, s, q, u) || !std::isfinite(u))
+            return false;
+        d.pore[k] = float(u);
+        d.weight[k] = float(double(p.col_weight.v[d.at[k]]) + q * a);
+        if (!std::isfinite(d.weight[k]))
+            return false;
+    }
+    return true;
+}
+
 ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw, ColumnRow& row,
                               ColumnScratch& s)
 {

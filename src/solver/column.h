@@ -67,6 +67,13 @@ enum class ColumnOutcome {
 ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw, ColumnRow& row,
                               ColumnScratch& scratch);
 
+// The dense set-up of the active nodes of row r, columns c0..c1, of an
+// ellipsoid trial: what evaluate_column would store at each in a set-up
+// iteration, in d, with nothing stored in the project. False when a node
+// needs the per-node evaluation: a base that is not a plain Coulomb material
+// with some strength (a submerged head, a strength model), or a failure.
+bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d);
+
 // The strength alone (col_phi, col_cohesion) of an active node whose set-up
 // is stored, for material m. `sigma` is the normal stress a non-linear base is
 // linearised at. False on an arithmetic failure (non-finite strength, a

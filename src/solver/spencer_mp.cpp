@@ -1,6 +1,7 @@
 #include "solver/spencer_mp.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -162,6 +163,40 @@ static Interslice interslice_function(Project& p, int method, const NodeBox& reg
     return f;
 }
 
+// Stores what the dense set-up worked out for active node k of row r, as
+// evaluate_column stores it in a set-up iteration of this method at a plain
+// base, and leaves the node's scratch for the equations.
+static void commit_dense_node(Project& p, const DenseRow& d, std::size_t k, int r, ColumnRow& row,
+                              ColumnScratch& sc, double plan_area, bool head_test)
+{
+    const std::size_t at = d.at[k];
+    ++p.active_columns;
+    ++row.active;
+    sc.sin_a = d.sin_a[k];
+    sc.cos_a = d.cos_a[k];
+    sc.tan_b = d.tan_b[k];
+    sc.zs = d.zs[k];
+    sc.zg = d.zg[k];
+    sc.layer = d.layer[k];
+    sc.material = d.material[k];
+    p.col_cos_gamma.v[at] = d.cos_gamma[k];
+    p.col_area.v[at] = d.area[k];
+    p.col_material.v[at] = d.layer[k];
+    p.col_pore.v[at] = d.pore[k];
+    p.col_weight.v[at] = d.weight[k];
+    sc.weight = d.weight[k];
+    p.slide_weight = float(double(p.slide_weight) + sc.weight);
+    p.slide_area = float(double(p.slide_area) + double(d.area[k]));
+    p.slide_volume = float(double(p.slide_volume) + (sc.zg - sc.zs) * plan_area);
+    p.col_phi.v[at] = d.phi[k];
+    p.col_cohesion.v[at] = d.coh[k];
+    if (head_test) {
+        if (row.continuity == 0 && row.passages > 0)
+            add_message(p, "SLIDING MASS IS DISCONTINUOUS IN ROW " + str(r));
+        row.continuity = 1;
+    }
+}
+
 // Where the first set-up of a solve stands: the nodes up to (r, c) in
 // solving order have been visited.
 struct SetupPoint {
@@ -209,6 +244,11 @@ static void solve(Project& p, Port& port)
     const double cz = p.centre_z, cy = p.centre_y, ymin = p.y_min;
     const double gw = p.unit_weight_water;
     const int limit = two_d ? 40 : 400;
+    // tan of each layer's vertical friction angle, for the strength of the
+    // columns' sides in the last pass of every round.
+    std::array<double, material_capacity + 1> tan_phi_v{};
+    for (int l = 1; l <= nl && l <= material_capacity; ++l)
+        tan_phi_v[std::size_t(l)] = std::tan(double(p.deg_to_rad) * double(p.mat_phi_v[std::size_t(l)]));
 
     const NodeBox region = trial_region(p);
     const bool bounded = trial_bounded(p);
@@ -379,9 +419,7 @@ static void solve(Project& p, Port& port)
                     const double bl = l == base ? 0.0 : double(p.zgrid(r, c, l - 1)) - e.zs;
                     const double tl = double(p.zgrid(r, c, l)) - e.zs;
                     const double mean = ((sb - bl * g) + (sb - tl * g)) / 2;
-                    sv += (double(p.mat_cohesion_v[l]) +
-                           std::tan(double(p.deg_to_rad) * double(p.mat_phi_v[l])) * mean) *
-                          (tl - bl) * rs_w;
+                    sv += (double(p.mat_cohesion_v[l]) + tan_phi_v[std::size_t(l)] * mean) * (tl - bl) * rs_w;
                 }
                 if (x > 0)
                     p.col_shear_ratio.v[e.at] = float(sv / x);
@@ -504,11 +542,39 @@ static void solve(Project& p, Port& port)
                         // Beyond the region every node is inactive and already cleared.
                         const int c_first = region.has_row(r) ? region.c0 : 1;
                         const int c_last = region.has_row(r) ? region.c1 : 0;
+                        // The rows of an ellipsoid trial are set up densely, unless
+                        // a node of the row needs the evaluation node by node.
+                        DenseRow& d = p.work.dense;
+                        const bool row_dense = bounded && sw.hooks == nullptr && !p.work.per_node_setup &&
+                                               c_first <= c_last && dense_row_setup(p, r, c_first, c_last, d);
+                        std::size_t next = 0; // the next active node of a dense row
+                        // Made once: the evaluation sets what is read of it at each node.
+                        ColumnScratch sc;
                         for (int c = c_first; c <= c_last; ++c) {
-                            ColumnScratch sc;
                             setup_at.r = r;
                             setup_at.c = c;
-                            const ColumnOutcome out = evaluate_column(p, r, c, sw, row, sc);
+                            ColumnOutcome out = ColumnOutcome::inactive;
+                            if (row_dense && next < d.col.size() && d.col[next] == c) {
+                                commit_dense_node(p, d, next, r, row, sc, a_plan, sw.head_test);
+                                ++next;
+                                out = ColumnOutcome::active;
+                            } else if (bounded && !p.work.stale.has(r, c)) {
+                                const double zs = p.zgrid(r, c, si), zg = p.zgrid(r, c, nl);
+                                if (!(std::abs(zs - zg) >= 0.001)) {
+                                    // Inactive and cleared already but for the
+                                    // interslice function and the weight an
+                                    // external force may have put there.
+                                    if (row.continuity != 0)
+                                        ++row.passages;
+                                    row.continuity = 0;
+                                    p.col_weight(r, c) = 0;
+                                    p.zgrid(r, c, si + 1) = 0;
+                                    prev_active = false;
+                                    continue;
+                                }
+                            }
+                            if (out != ColumnOutcome::active)
+                                out = evaluate_column(p, r, c, sw, row, sc);
                             if (out == ColumnOutcome::failed) {
                                 failure = {true, c, r, sc.material, false};
                                 break;

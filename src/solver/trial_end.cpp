@@ -10,7 +10,11 @@ void end_solver_trial(Project& p)
     if (w.armed && w.swept) {
         w.known = true;
         w.stamp = mesh_stamp(p);
-        w.dirty = w.box;
+        // Beyond the nodes the ellipsoid cut every node of the region is on
+        // the ground, without dips and with the results of an inactive node,
+        // unless the plane was lifted out of a hard layer somewhere.
+        const bool lifted = p.surface_lifted != 0 || w.outside_dips != 0;
+        w.dirty = lifted || p.surface_kind != 1 ? w.box : w.cut;
     } else if (!w.armed) {
         w.known = false;
     }

@@ -44,6 +44,50 @@ static float node_y(const Project& p, int col)
     return float(double(p.y_min) + double(col - 1) * double(p.col_spacing));
 }
 
+ColumnSpan rim_columns(const std::vector<double>& dys, int first, int last, double y0, double spacing,
+                       double ey, double rl)
+{
+    if (first > last || !(rl > 0) || !(spacing > 0))
+        return {};
+    auto in = [&](int c) { return std::fabs(dys[std::size_t(c)]) < rl; };
+    // 1. The first column past ey - rl from the closed form, within the range.
+    double lo = std::ceil((ey - rl - y0) / spacing) + 1;
+    if (!(lo == lo))
+        lo = first;
+    int c0 = int(std::clamp(lo, double(first), double(last)));
+    // 2. Corrected with the test itself, which the rounding of the node
+    // coordinates may move by a column.
+    if (in(c0)) {
+        while (c0 > first && in(c0 - 1))
+            --c0;
+    } else if (dys[std::size_t(c0)] < 0) {
+        while (c0 <= last && !in(c0))
+            ++c0;
+        if (c0 > last)
+            return {};
+    } else {
+        while (c0 >= first && !in(c0))
+            --c0;
+        if (c0 < first)
+            return {};
+        while (c0 > first && in(c0 - 1))
+            --c0;
+    }
+    // 3. The last column before ey + rl, likewise, from c0 on.
+    double hi = std::floor((ey + rl - y0) / spacing) + 1;
+    if (!(hi == hi))
+        hi = c0;
+    int c1 = int(std::clamp(hi, double(c0), double(last)));
+    if (in(c1)) {
+        while (c1 < last && in(c1 + 1))
+            ++c1;
+    } else {
+        while (!in(c1))
+            --c1;
+    }
+    return {c0, c1};
+}
+
 void build_ellipsoid(Project& p)
 {
     const int rows = p.num_rows, cols = p.num_cols;
@@ -88,6 +132,11 @@ void build_ellipsoid(Project& p)
     w.armed = true;
     w.box = box;
     w.region = bounded ? box_hull(box, w.dirty) : whole_mesh(rows, cols);
+    // The nodes that may hold anything but what a trial leaves beside its
+    // slide: what the last trial dirtied, or the whole region when nothing is
+    // known or the dips beyond the slide are the ground's.
+    const NodeBox stale = bounded && w.outside_dips == 0 ? w.dirty : w.region;
+    w.stale = stale;
     // Until a solve has cleared it, the whole region may differ.
     if (bounded)
         w.dirty = w.region;
@@ -99,35 +148,50 @@ void build_ellipsoid(Project& p)
         w.trig.resize(std::size_t(slide.r1 - slide.r0 + 1) * std::size_t(slide.c1 - slide.c0 + 1));
     const std::size_t trig_cols = slide.empty() ? 0 : std::size_t(slide.c1 - slide.c0 + 1);
 
+    NodeBox cut{rows + 1, 0, cols + 1, 0};
+    // Puts the nodes c0..c1 of the row that may be stale back to the ground.
+    auto clear_stale = [&](int row, int c0, int c1) {
+        if (!stale.has_row(row))
+            return;
+        for (int col = std::max(c0, stale.c0); col <= std::min(c1, stale.c1); ++col)
+            set_outside(p, row, col, ground, sliding);
+    };
+
     for (int row = region.r0; row <= region.r1; ++row) {
         const float cur_x = node_x(p, row);
         const double dx = ex - double(cur_x);
-        const bool row_outside = std::fabs(dx) >= r * a;
-        double rl = 0.0;
-        double slope_x = 0.0; // (-dx) / a / sqrt(K - dx * dx), the X slope before the Y tilt
-        if (!row_outside) {
-            rl = r * std::sqrt(1.0 - dx * dx / k);
-            if (!two_d)
-                slope_x = ((-dx) / a) / std::sqrt(k - dx * dx);
+        // 1. A row beyond the rim has no slide: only stale nodes are rewritten.
+        if (std::fabs(dx) >= r * a) {
+            clear_stale(row, region.c0, region.c1);
+            continue;
         }
-        for (int col = region.c0; col <= region.c1; ++col) {
-            p.disc_code(row, col) = 0;
-            if (row_outside) {
-                set_outside(p, row, col, ground, sliding);
-                continue;
-            }
+        const double rl = r * std::sqrt(1.0 - dx * dx / k);
+        // (-dx) / a / sqrt(K - dx * dx), the X slope before the Y tilt
+        const double slope_x = two_d ? 0.0 : ((-dx) / a) / std::sqrt(k - dx * dx);
+        // 2. The columns within the rim of this row's circle, from its closed
+        // form; those beyond it are rewritten only where stale.
+        const ColumnSpan in =
+            rim_columns(dys, region.c0, region.c1, double(p.y_min), double(p.col_spacing), ey, rl);
+        if (in.empty()) {
+            clear_stale(row, region.c0, region.c1);
+            continue;
+        }
+        clear_stale(row, region.c0, in.c0 - 1);
+        clear_stale(row, in.c1 + 1, region.c1);
+        // 3. The nodes within the rim.
+        for (int col = in.c0; col <= in.c1; ++col) {
             const double dy = dys[std::size_t(col)];
-            if (std::fabs(dy) >= rl) {
-                set_outside(p, row, col, ground, sliding);
-                continue;
-            }
             const float z = float(ez - std::sqrt(rl * rl - dy * dy));
-            // Above the ground the slopes would be overwritten: no need to work them out.
+            // Above the ground the slopes would be overwritten: no need to work
+            // them out, and a node that is not stale holds the ground already.
             if (!(z < p.zgrid(row, col, ground))) {
-                set_outside(p, row, col, ground, sliding);
+                if (stale.has(row, col))
+                    set_outside(p, row, col, ground, sliding);
                 continue;
             }
+            p.disc_code(row, col) = 0;
             p.zgrid(row, col, sliding) = z;
+            cut = box_hull(cut, NodeBox{row, row, col, col});
             const double t = dy / rl;
             const double ct = std::sqrt(1.0 - t * t);
             double ay = quick_atan(t / ct);
@@ -170,6 +234,7 @@ void build_ellipsoid(Project& p)
             e.tan_b = sx.s / sx.c;
         }
     }
+    w.cut = cut.empty() ? NodeBox{} : cut;
     if (rows >= 1)
         p.cur_x = node_x(p, rows);
     if (rows >= 1 && cols >= 1)

@@ -1,6 +1,7 @@
 // Every picture of the shipped examples made headless by `tobel draw`, as
 // PNG, SVG and PDF, and read back: the size asked for, not blank, the PDF
 // rendered again by pdftoppm. Bad requests leave no file behind.
+#include <cctype>
 #include <gtest/gtest.h>
 
 #include <QImage>
@@ -95,25 +96,36 @@ std::string surface_of(const std::string& file)
     return "";
 }
 
-TEST(draw, every_view_of_every_example_is_drawn_to_png)
+// One test per example, so that the examples are drawn side by side.
+class every_view : public testing::TestWithParam<Example> {};
+
+TEST_P(every_view, of_the_example_is_drawn_to_png)
 {
+    const Example& e = GetParam();
     ScratchDir dir;
-    for (const Example& e : examples) {
-        std::vector<std::string> views = {"assembly",        "longitudinal", "plan",
-                                          "result-isometry", "isometry",     "xray"};
-        if (e.three_d)
-            views.push_back("lateral");
-        for (const auto& v : views) {
-            const std::string out = dir.file(std::string(e.file) + "-" + v + ".png");
-            const RunResult r = run("draw " + example_path(e.file) + surface_of(e.file) + " --view " + v +
-                                    " --size 640x480 --out " + out);
-            const std::string what = std::string(e.file) + " " + v + ": " + r.out;
-            EXPECT_TRUE(r.status == 0 || r.status == 2) << what;
-            ASSERT_TRUE(fs::exists(out)) << what;
-            expect_drawn(out, 640, 480, what);
-        }
+    std::vector<std::string> views = {"assembly",        "longitudinal", "plan",
+                                      "result-isometry", "isometry",     "xray"};
+    if (e.three_d)
+        views.push_back("lateral");
+    for (const auto& v : views) {
+        const std::string out = dir.file(std::string(e.file) + "-" + v + ".png");
+        const RunResult r = run("draw " + example_path(e.file) + surface_of(e.file) + " --view " + v +
+                                " --size 640x480 --out " + out);
+        const std::string what = std::string(e.file) + " " + v + ": " + r.out;
+        EXPECT_TRUE(r.status == 0 || r.status == 2) << what;
+        ASSERT_TRUE(fs::exists(out)) << what;
+        expect_drawn(out, 640, 480, what);
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(draw, every_view, testing::ValuesIn(examples),
+                         [](const testing::TestParamInfo<Example>& param_info) {
+                             std::string name = param_info.param.file;
+                             for (char& c : name)
+                                 if (!std::isalnum(static_cast<unsigned char>(c)))
+                                     c = '_';
+                             return name;
+                         });
 
 TEST(draw, svg_is_xml_of_the_size_asked_with_drawing_in_it)
 {

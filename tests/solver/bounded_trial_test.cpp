@@ -183,6 +183,125 @@ void check_two_trials(int method, bool hard_at_ground)
     expect_same_state(*bounded, *fresh, false);
 }
 
+// Three trials, the third inside the box of the first: the nodes the second
+// dirtied are stale, those only the first reached are clean again and are
+// passed over, and the mesh ends as a fresh project's that solves the third.
+void check_three_trials(int method)
+{
+    auto bounded = make_hard_slope(method, false);
+    run_trial(*bounded, y1, z1, r1);
+    bounded->ell_x = 20;
+    run_trial(*bounded, y2, z2, r2);
+    bounded->ell_x = 14;
+    run_trial(*bounded, 32, 42, 30);
+    ASSERT_GT(bounded->factor_of_safety, 0.0f);
+    auto fresh = make_hard_slope(method, false);
+    fresh->ell_x = 14;
+    run_trial(*fresh, 32, 42, 30);
+    expect_same_state(*bounded, *fresh, false);
+}
+
+TEST(bounded_trial, bishop_after_two_trials_of_other_extents)
+{
+    check_three_trials(1);
+}
+
+TEST(bounded_trial, spencer_after_two_trials_of_other_extents)
+{
+    check_three_trials(3);
+}
+
+// The lateral unbalance and the negative normals are summed once after the
+// iterations, from the last iteration's normal forces: the lateral unbalance
+// is then the sum of N cos(gamma) tan(beta) = col_normal A col_lat_slope over
+// the columns as they stand. The terms are single precision products and
+// the solver rounds the sum column after column: 2e-5 of the sum of their
+// sizes.
+TEST(bounded_trial, the_lateral_unbalance_is_that_of_the_last_normal_forces)
+{
+    auto p = make_hard_slope(1, false);
+    // The ground and the layer tilted across, 1 in 5, so that the two sides
+    // of the slide do not balance.
+    for (int r = 1; r <= p->num_rows; ++r)
+        for (int c = 1; c <= p->num_cols; ++c)
+            for (int l = 1; l <= 2; ++l)
+                p->zgrid(r, c, l) += 0.2f * float(r - 1);
+    p->ell_x = 12;
+    run_trial(*p, y2, z2 + 3, r2);
+    ASSERT_GT(p->factor_of_safety, 0.0f);
+    double ubf = 0, size = 0, neg = 0;
+    for (int r = 1; r <= p->num_rows; ++r)
+        for (int c = 1; c <= p->num_cols; ++c) {
+            const double n = double(p->col_normal(r, c)) * double(p->col_area(r, c));
+            ubf += n * double(p->col_lat_slope(r, c));
+            size += std::abs(n * double(p->col_lat_slope(r, c)));
+            if (n < 0)
+                neg -= n;
+        }
+    ASSERT_GT(std::abs(ubf), 0.01 * size);
+    EXPECT_NEAR(p->lateral_unbalance, ubf, 2e-5 * size);
+    EXPECT_NEAR(p->neg_normal_sum, neg, 2e-5 * size);
+}
+
+// The dense set-up of an ellipsoid trial's rows stores what the evaluation
+// node by node stores: the same three trials, with a pore pressure ratio in
+// the soil and a discontinuity code at a few nodes of the slide, leave every
+// grid and result bit for bit alike either way.
+void check_dense_setup(int method)
+{
+    auto run = [method](bool per_node) {
+        auto p = make_hard_slope(method, false);
+        p->mat_piezo[2] = 0.25f;
+        // Discontinuity 1: a weaker plain material for the nodes coded 1.
+        p->mat_type[3] = 1;
+        p->mat_unit_weight[3] = 20;
+        p->mat_cohesion[3] = 2;
+        p->mat_phi[3] = 15;
+        p->work.per_node_setup = per_node;
+        run_trial(*p, y1, z1, r1);
+        p->ell_x = 20;
+        run_trial(*p, y2, z2, r2);
+        p->ell_x = 14;
+        p->ell_y = 32;
+        p->ell_z = 42;
+        p->ell_radius = 30;
+        build_ellipsoid(*p);
+        for (int c = 30; c <= 34; ++c)
+            p->disc_code(14, c) = 1;
+        apply_crack(*p);
+        scale_forces(*p);
+        check_surface(*p);
+        QuietPort port;
+        p->solve_interactive = 0;
+        if (method == 3 || method == 4)
+            solve_spencer_mp(*p, port);
+        else
+            solve_bishop_janbu(*p, port);
+        return p;
+    };
+    auto dense = run(false);
+    auto per_node = run(true);
+    ASSERT_GT(dense->factor_of_safety, 0.0f);
+    expect_same_state(*dense, *per_node, true);
+    EXPECT_EQ(dense->neg_normal_sum, per_node->neg_normal_sum);
+    EXPECT_EQ(dense->unbalance_z, per_node->unbalance_z);
+}
+
+TEST(bounded_trial, bishop_dense_setup_equals_the_setup_node_by_node)
+{
+    check_dense_setup(1);
+}
+
+TEST(bounded_trial, janbu_dense_setup_equals_the_setup_node_by_node)
+{
+    check_dense_setup(2);
+}
+
+TEST(bounded_trial, spencer_dense_setup_equals_the_setup_node_by_node)
+{
+    check_dense_setup(3);
+}
+
 TEST(bounded_trial, morgenstern_price_with_a_hard_layer_at_the_ground_and_a_crack_by_depth)
 {
     check_two_trials(4, true);

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <optional>
 
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QPalette>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -60,7 +62,12 @@ FormDialog::FormDialog(QWidget* parent, Project& p, Port& port, DialogSession& s
     if (view_.picture != nullptr) {
         picture_ = new FormPicture(view_.picture, images, this);
         picture_->setObjectName("picture");
-        middle->addWidget(picture_, 3);
+        if (view_.picture_fixed) {
+            picture_->setFixedSize(int(view_.picture->device_width), int(view_.picture->device_height));
+            middle->addWidget(picture_, 0, Qt::AlignTop);
+        } else {
+            middle->addWidget(picture_, 3);
+        }
         connect(picture_, &FormPicture::pointer, this,
                 [this](int action, int button, bool shift, double y, double e) {
                     dialog_pointer(p_, port_, s_, PointerAction(action), PointerButton(button), shift, y, e);
@@ -76,7 +83,19 @@ FormDialog::FormDialog(QWidget* parent, Project& p, Port& port, DialogSession& s
     table_->setTabKeyNavigation(false);
     table_->setSelectionMode(QAbstractItemView::SingleSelection);
     table_->installEventFilter(this);
-    side->addWidget(table_, 1);
+    auto* table_row = new QHBoxLayout;
+    table_row->setSpacing(0);
+    table_row->addWidget(table_, 1);
+    table_scroll_ = new QScrollBar(Qt::Vertical, this);
+    table_scroll_->setObjectName("table-scroll");
+    table_scroll_->setPageStep(1);
+    table_row->addWidget(table_scroll_);
+    table_row->addStretch(0);
+    side->addLayout(table_row, 1);
+    connect(table_scroll_, &QScrollBar::valueChanged, this, [this](int value) {
+        dialog_choose(p_, port_, s_, value);
+        after_step();
+    });
     connect(table_, &QTableWidget::cellClicked, this, [this](int r, int c) {
         dialog_select(p_, port_, s_, view_.first_row + r, view_.first_col + c);
         after_step();
@@ -85,6 +104,15 @@ FormDialog::FormDialog(QWidget* parent, Project& p, Port& port, DialogSession& s
     options_box_ = new QGroupBox(this);
     options_layout_ = new QVBoxLayout(options_box_);
     side->addWidget(options_box_);
+    swatch_ = new QLabel(this);
+    swatch_->setObjectName("swatch");
+    swatch_->setFixedSize(48, 32);
+    swatch_->setFrameStyle(QFrame::Box | QFrame::Plain);
+    swatch_->setAutoFillBackground(true);
+    side->addWidget(swatch_);
+    scroll_label_ = new QLabel(this);
+    scroll_label_->setObjectName("scroll-label");
+    side->addWidget(scroll_label_);
     scroll_ = new QScrollBar(Qt::Horizontal, this);
     scroll_->setObjectName("scroll");
     side->addWidget(scroll_);
@@ -94,13 +122,15 @@ FormDialog::FormDialog(QWidget* parent, Project& p, Port& port, DialogSession& s
     });
 
     auto* row = new QHBoxLayout;
-    buttons_layout_ = new QHBoxLayout;
+    buttons_layout_ = new QGridLayout;
     row->addLayout(buttons_layout_);
     row->addStretch(1);
-    auto* go_on = new QPushButton("&Continue", this);
+    auto* go_on = new QPushButton(this);
     go_on->setObjectName("continue");
-    auto* cancel = new QPushButton("Cance&l", this);
+    auto* cancel = new QPushButton(this);
     cancel->setObjectName("cancel");
+    continue_ = go_on;
+    cancel_ = cancel;
     for (QPushButton* b : {go_on, cancel}) {
         // Enter belongs to the cells, not to a default button.
         b->setAutoDefault(false);
@@ -143,6 +173,13 @@ void FormDialog::press(const std::string& name, int arg)
     after_step();
 }
 
+void FormDialog::place_button(QWidget* w)
+{
+    constexpr int buttons_per_row = 9;
+    buttons_layout_->addWidget(w, button_count_ / buttons_per_row, button_count_ % buttons_per_row);
+    ++button_count_;
+}
+
 QPushButton* FormDialog::button_for(const FormButton& b)
 {
     auto it = buttons_.find(b.name);
@@ -159,7 +196,7 @@ QPushButton* FormDialog::button_for(const FormButton& b)
                 arg = x.arg;
         press(name, arg);
     });
-    buttons_layout_->addWidget(w);
+    place_button(w);
     buttons_[b.name] = w;
     return w;
 }
@@ -192,7 +229,7 @@ QToolButton* FormDialog::menu_for(const FormMenu& m)
     w->setObjectName(QString::fromStdString("menu-" + m.name));
     w->setPopupMode(QToolButton::InstantPopup);
     w->setMenu(new QMenu(w));
-    buttons_layout_->addWidget(w);
+    place_button(w);
     menus_[m.name] = w;
     return w;
 }
@@ -227,6 +264,13 @@ void FormDialog::refresh()
             table_->setItem(r, c, item);
         }
     table_->resizeColumnsToContents();
+    // No wider than its columns: the scroll bar beside it stays at its edge.
+    int width = 2 * table_->frameWidth() + table_->verticalHeader()->sizeHint().width();
+    for (int c = 0; c < cols; ++c)
+        width += table_->columnWidth(c);
+    if (table_->verticalScrollBar()->isVisible())
+        width += table_->verticalScrollBar()->sizeHint().width();
+    table_->setMaximumWidth(std::max(width, 60));
     const int cr = view_.current_row - view_.first_row, cc = view_.current_col - view_.first_col;
     if (view_.current_row > 0 && cr >= 0 && cr < rows && cc >= 0 && cc < cols)
         table_->setCurrentCell(cr, cc);
@@ -252,6 +296,22 @@ void FormDialog::refresh()
         scroll_->setRange(view_.scroll_min, view_.scroll_max);
         scroll_->setValue(view_.scroll_value);
     }
+    scroll_label_->setText(view_.scroll_label);
+    scroll_label_->setVisible(view_.scroll && !view_.scroll_label.isEmpty());
+    {
+        const QSignalBlocker block(table_scroll_);
+        table_scroll_->setVisible(view_.table_scroll && rows > 0);
+        table_scroll_->setRange(1, std::max(1, view_.table_scroll_max));
+        table_scroll_->setValue(view_.table_scroll_value);
+    }
+    swatch_->setVisible(view_.swatch >= 0);
+    if (view_.swatch >= 0) {
+        QPalette palette = swatch_->palette();
+        palette.setColor(QPalette::Window, qt_colour(view_.swatch));
+        swatch_->setPalette(palette);
+    }
+    continue_->setText(view_.continue_label);
+    cancel_->setText(view_.cancel_label);
 
     // The buttons and menus.
     for (auto& [name, w] : buttons_)

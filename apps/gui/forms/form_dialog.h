@@ -6,9 +6,10 @@
 // place.
 //
 // The widgets carry object names for the tests: "cells" (the table),
-// "picture", "scroll", "option<n>" (n the choice), "button-<name>" (the
-// session's name of the button), "menu-<name>", "continue", "cancel",
-// "notes".
+// "table-scroll" (its vertical scroll bar, when the form has one),
+// "picture", "scroll" with "scroll-label", "swatch", "option<n>" (n the
+// choice), "button-<name>" (the session's name of the button),
+// "menu-<name>", "continue", "cancel", "notes".
 #pragma once
 
 #include <QDialog>
@@ -29,6 +30,7 @@ class QPushButton;
 class QRadioButton;
 class QToolButton;
 class QHBoxLayout;
+class QGridLayout;
 class QVBoxLayout;
 
 namespace tobel::gui {
@@ -71,7 +73,17 @@ class FormDialog : public QDialog {
     QGroupBox* options_box_ = nullptr;
     QVBoxLayout* options_layout_ = nullptr;
     QScrollBar* scroll_ = nullptr;
-    QHBoxLayout* buttons_layout_ = nullptr;
+    QLabel* scroll_label_ = nullptr;
+    QScrollBar* table_scroll_ = nullptr;
+    QLabel* swatch_ = nullptr;
+    QPushButton* continue_ = nullptr;
+    QPushButton* cancel_ = nullptr;
+    // The form's own buttons and menus, in rows of buttons_per_row in the
+    // order they first appear, so that a form of many commands (the section
+    // editor) stays as wide as its picture and table.
+    QGridLayout* buttons_layout_ = nullptr;
+    int button_count_ = 0;
+    void place_button(QWidget* w);
     std::map<std::string, QPushButton*> buttons_;
     std::map<int, QRadioButton*> options_;
     std::map<std::string, QToolButton*> menus_;

@@ -1,5 +1,6 @@
 #include "forms/form_view.h"
 
+#include "graphics/image_calibration.h"
 #include "graphics/section_editor.h"
 #include "project/numtext.h"
 
@@ -166,10 +167,12 @@ void describe(FormView& v, const Project& p, const DialogSession&, const Section
     if (ed.scale.open) {
         // The point table over the editor: the world coordinates of the two
         // known points of the background image.
-        v.column_titles << "Y"
-                        << "Z";
-        v.row_titles << "Point 1"
-                     << "Point 2";
+        for (const char* t : scale_form_texts)
+            v.notes << t;
+        for (const char* t : scale_form_columns)
+            v.column_titles << t;
+        for (const char* t : scale_form_rows)
+            v.row_titles << t;
         for (int r = 0; r < 2; ++r)
             v.cells.push_back(
                 {q(ed.scale.cells[std::size_t(r * 2)]), q(ed.scale.cells[std::size_t(r * 2 + 1)])});
@@ -199,6 +202,9 @@ void describe(FormView& v, const Project& p, const DialogSession&, const Section
     }
     v.current_row = ed.table_row;
     v.current_col = ed.table_col;
+    v.table_scroll = true;
+    v.table_scroll_max = table_scroll_max(p, ed);
+    v.table_scroll_value = ed.table_first;
     if (ed.toggle_line_offered)
         v.buttons.push_back(button("Next &Line", "toggle-line"));
     v.buttons.push_back(button("Next &Section", "toggle-section"));
@@ -281,6 +287,8 @@ void describe(FormView& v, const Project& p, const DialogSession& s, const Ellip
 
 void describe(FormView& v, const Project&, const DialogSession& s, const RotationForm& f)
 {
+    v.picture = &f.arrow;
+    v.picture_fixed = true;
     for (const char* line : rotation_explanation)
         v.notes << line;
     v.notes << QString(rotation_limitations_title) + rotation_limitations_text;
@@ -325,6 +333,12 @@ void describe(FormView& v, const Project&, const DialogSession&, const ColourFor
     v.scroll_min = blue_scroll_min;
     v.scroll_max = blue_scroll_max;
     v.scroll_value = f.hscroll1;
+    v.scroll_label = blue_scroll_label;
+    v.swatch = f.swatch;
+    v.picture = &f.sampler;
+    v.picture_fixed = true;
+    v.continue_label = save_and_exit_caption;
+    v.cancel_label = "Cancel";
     v.buttons.push_back(button(revert_caption, "revert"));
 }
 

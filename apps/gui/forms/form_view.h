@@ -49,11 +49,23 @@ struct FormView {
     // The scroll bar of the form, when it has one (dialog_choose takes its value).
     bool scroll = false;
     int scroll_min = 0, scroll_max = 0, scroll_value = 0;
+    QString scroll_label; // the caption over it, when it has one
+    // A vertical scroll bar beside the cells, from 1 (dialog_choose takes its
+    // value): the section editor's point table.
+    bool table_scroll = false;
+    int table_scroll_max = 1, table_scroll_value = 1;
+    // A colour shown on its own beside the cells (the colour editor's
+    // swatch); -1 for none.
+    int swatch = -1;
+    QString continue_label = "&Continue", cancel_label = "Cance&l";
     std::vector<FormButton> buttons;
     std::vector<FormMenu> menus;
     // The picture the form works on: the set-up picture of the ellipsoid and
     // search forms, the section editor's own picture.
     const DisplayList* picture = nullptr;
+    // The small pictures (the colour sampler, the rotation arrow) keep their
+    // device size; the others take the room they are given.
+    bool picture_fixed = false;
 };
 
 FormView describe_form(const Project& p, const DialogSession& s);

@@ -1,0 +1,150 @@
+// The pointer on the search window outside any form: the set-up handles
+// dragged, the click that brings up the form of the set-up, and the modes
+// where a click brings up the panel or nothing.
+#include <gtest/gtest.h>
+
+#include "commands/commands.h"
+#include "commands/open_project.h"
+#include "commands/search_picture.h"
+#include "graphics/drawing.h"
+#include "support/paths.h"
+#include "support/scripted_port.h"
+
+namespace tobel {
+namespace {
+
+using test::ScriptedPort;
+
+// The 2-D homogeneous slope stores: the single ellipsoid centre (45, 50)
+// with its tangent plane at 10; the grid of centres from (25, 70) to
+// (41, 54), 17 by 17; vertical exaggeration 1.
+Project opened_example(ScriptedPort& port)
+{
+    Project p;
+    main_load(p);
+    port.files = {test::example_path("slope2d-homogeneous.tob")};
+    file_open(p, port);
+    return p;
+}
+
+TEST(search_picture, dragging_the_grid_corner_after_a_cancel_opens_the_form_with_the_moved_corner)
+{
+    ScriptedPort port;
+    Project p = opened_example(port);
+    DialogSession s;
+    open_search_dialog(p, port, s, true, false);
+    dialog_cancel(p, port, s);
+    ASSERT_FALSE(dialog_open(s));
+    ASSERT_EQ(p.view_mode, 7);
+    ASSERT_DOUBLE_EQ(drawn_exaggeration(p), 1.0);
+    // The upper left corner handle stands at (25, 70); dragged 2 m toward
+    // the crest and 4 m down it stands at (27, 66).
+    EXPECT_TRUE(search_picture_down(p, port, s, 25, 70));
+    ASSERT_TRUE(std::holds_alternative<GridSearchForm>(s.form));
+    search_picture_move(p, port, s, 27, 66);
+    EXPECT_EQ(search_picture_up(p, port, s, 27, 66), SetupDialog::grid_search);
+    const GridSearchRecord& r = std::get<GridSearchForm>(s.form).record;
+    EXPECT_FLOAT_EQ(r.grid_y1, 27.0f);
+    EXPECT_FLOAT_EQ(r.grid_z_top, 66.0f);
+    // The lower corner was not taken.
+    EXPECT_FLOAT_EQ(r.grid_y2, 41.0f);
+    EXPECT_FLOAT_EQ(r.grid_z_bottom, 54.0f);
+    // The drag ended: a further move changes nothing.
+    search_picture_move(p, port, s, 30, 60);
+    EXPECT_FLOAT_EQ(std::get<GridSearchForm>(s.form).record.grid_y1, 27.0f);
+    // Nothing is stored until the form's Continue.
+    EXPECT_FLOAT_EQ(p.grid_y_ul, 25.0f);
+    dialog_continue(p, port, s);
+    EXPECT_FLOAT_EQ(p.grid_y_ul, 27.0f);
+    EXPECT_FLOAT_EQ(p.grid_z_ul, 66.0f);
+}
+
+TEST(search_picture, a_click_away_from_the_handles_brings_up_the_form_unchanged)
+{
+    ScriptedPort port;
+    Project p = opened_example(port);
+    DialogSession s;
+    open_search_dialog(p, port, s, true, false);
+    dialog_cancel(p, port, s);
+    // (60, 20) is far from both corners and from the tangent handle at
+    // ((25 + 41) / 2, 10) = (33, 10).
+    search_picture_down(p, port, s, 60, 20);
+    search_picture_move(p, port, s, 62, 22);
+    EXPECT_EQ(search_picture_up(p, port, s, 62, 22), SetupDialog::grid_search);
+    ASSERT_TRUE(std::holds_alternative<GridSearchForm>(s.form));
+    const GridSearchRecord& r = std::get<GridSearchForm>(s.form).record;
+    EXPECT_FLOAT_EQ(r.grid_y1, 25.0f);
+    EXPECT_FLOAT_EQ(r.grid_z_top, 70.0f);
+    EXPECT_FLOAT_EQ(r.grid_tangent_z, 10.0f);
+}
+
+TEST(search_picture, the_tangent_handle_of_the_ellipsoid_moves_only_the_tangent_elevation)
+{
+    ScriptedPort port;
+    Project p = opened_example(port);
+    DialogSession s;
+    open_surface_dialog(p, port, s, SurfaceCommand::ellipsoid);
+    dialog_cancel(p, port, s);
+    ASSERT_EQ(p.view_mode, 3);
+    // The tangent handle stands under the centre at (45, 10); dragged to
+    // (47, 12) it keeps Y (the tangent carries no Y) and takes Z = 12.
+    EXPECT_TRUE(search_picture_down(p, port, s, 45, 10));
+    search_picture_move(p, port, s, 47, 12);
+    EXPECT_EQ(search_picture_up(p, port, s, 47, 12), SetupDialog::ellipsoid);
+    const auto& f = std::get<EllipsoidForm>(s.form);
+    EXPECT_FLOAT_EQ(f.value(field_tangent), 12.0f);
+    EXPECT_FLOAT_EQ(f.value(field_y), 45.0f);
+    EXPECT_FLOAT_EQ(f.value(field_z), 50.0f);
+}
+
+TEST(search_picture, a_press_on_an_open_form_goes_to_it_without_reopening)
+{
+    ScriptedPort port;
+    Project p = opened_example(port);
+    DialogSession s;
+    open_search_dialog(p, port, s, true, false);
+    // A value typed into the open form stays: the form is not opened again
+    // from the stored record. The grid's lower corner dragged from
+    // (41, 54) to (43, 55).
+    auto& g = std::get<GridSearchForm>(s.form);
+    g.record.grid_ny = 9;
+    EXPECT_TRUE(search_picture_down(p, port, s, 41, 54));
+    search_picture_move(p, port, s, 43, 55);
+    search_picture_up(p, port, s, 43, 55);
+    const GridSearchRecord& r = std::get<GridSearchForm>(s.form).record;
+    EXPECT_FLOAT_EQ(r.grid_ny, 9.0f);
+    EXPECT_FLOAT_EQ(r.grid_y2, 43.0f);
+    EXPECT_FLOAT_EQ(r.grid_z_bottom, 55.0f);
+}
+
+TEST(search_picture, after_a_search_a_click_brings_up_the_panel_for_an_auto_search_and_nothing_for_a_grid)
+{
+    ScriptedPort port;
+    Project p = opened_example(port);
+    DialogSession s;
+    p.view_mode = 9;
+    EXPECT_FALSE(search_picture_down(p, port, s, 45, 50));
+    EXPECT_EQ(search_picture_up(p, port, s, 45, 50), SetupDialog::none);
+    EXPECT_FALSE(dialog_open(s));
+    p.view_mode = 10;
+    EXPECT_FALSE(search_picture_down(p, port, s, 45, 50));
+    EXPECT_EQ(search_picture_up(p, port, s, 45, 50), SetupDialog::search_information);
+    EXPECT_FALSE(dialog_open(s));
+}
+
+TEST(search_picture, the_auto_search_of_a_composite_opens_as_the_composite_search)
+{
+    ScriptedPort port;
+    Project p = opened_example(port);
+    DialogSession s;
+    p.view_mode = 8;
+    p.form_mode = 6;
+    open_setup_form(p, port, s, SetupDialog::auto_search);
+    ASSERT_TRUE(std::holds_alternative<AutoSearchForm>(s.form));
+    // The composite's wedge form follows the search form's Continue.
+    EXPECT_EQ(p.form_mode, 6);
+    EXPECT_EQ(p.view_mode, 8);
+}
+
+} // namespace
+} // namespace tobel
