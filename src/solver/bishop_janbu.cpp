@@ -127,39 +127,6 @@ static inline bool solve_column(Project& p, Port& port, const ActiveColumn& e, c
     return true;
 }
 
-// Stores what the dense set-up worked out for active node k of row r, as
-// evaluate_column stores it in a set-up iteration at a plain base, and leaves
-// the node's scratch for the equations.
-static void commit_dense_node(Project& p, const DenseRow& d, std::size_t k, int r, ColumnRow& row,
-                              ColumnScratch& cs, double plan_area)
-{
-    const std::size_t at = d.at[k];
-    ++p.active_columns;
-    ++row.active;
-    cs.sin_a = d.sin_a[k];
-    cs.cos_a = d.cos_a[k];
-    cs.tan_b = d.tan_b[k];
-    cs.zs = d.zs[k];
-    cs.zg = d.zg[k];
-    cs.layer = d.layer[k];
-    cs.material = d.material[k];
-    p.col_cos_gamma.v[at] = d.cos_gamma[k];
-    p.col_lat_slope.v[at] = d.lat_slope[k];
-    p.col_area.v[at] = d.area[k];
-    p.col_material.v[at] = d.layer[k];
-    p.col_pore.v[at] = d.pore[k];
-    p.col_weight.v[at] = d.weight[k];
-    cs.weight = d.weight[k];
-    p.slide_weight = float(double(p.slide_weight) + cs.weight);
-    p.slide_area = float(double(p.slide_area) + double(d.area[k]));
-    p.slide_volume = float(double(p.slide_volume) + (cs.zg - cs.zs) * plan_area);
-    p.col_phi.v[at] = d.phi[k];
-    p.col_cohesion.v[at] = d.coh[k];
-    if (row.continuity == 0 && row.passages > 0)
-        add_message(p, "SLIDING MASS IS DISCONTINUOUS IN ROW " + str(r));
-    row.continuity = 1;
-}
-
 // Turns the dips in place for a rotated direction of sliding. The right
 // angle is 3.1415 / 2 on purpose.
 static void rotate_dips(Project& p, double theta)
@@ -332,7 +299,7 @@ static void solve(Project& p, Port& port)
                     for (int c = c_first; c <= c_last; ++c) {
                         ColumnOutcome out = ColumnOutcome::inactive;
                         if (row_dense && next < d.col.size() && d.col[next] == c) {
-                            commit_dense_node(p, d, next, r, row, cs, plan_area);
+                            commit_dense_node(p, d, next, r, row, cs, plan_area, true, true);
                             ++next;
                             out = ColumnOutcome::active;
                         } else if (skip_clean && !stale.has(r, c)) {

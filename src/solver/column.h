@@ -74,6 +74,14 @@ ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw
 // with some strength (a submerged head, a strength model), or a failure.
 bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d);
 
+// Stores what the dense set-up worked out for active node k of row r, as
+// evaluate_column stores it in a set-up iteration at a plain base, and leaves
+// the node's scratch for the equations. Bishop and Janbu keep the lateral
+// slope; Spencer and Morgenstern-Price skip the continuity test when they
+// solve without it.
+void commit_dense_node(Project& p, const DenseRow& d, std::size_t k, int r, ColumnRow& row,
+                       ColumnScratch& scratch, double plan_area, bool store_lat_slope, bool continuity_test);
+
 // The strength alone (col_phi, col_cohesion) of an active node whose set-up
 // is stored, for material m. `sigma` is the normal stress a non-linear base is
 // linearised at. False on an arithmetic failure (non-finite strength, a

@@ -163,40 +163,6 @@ static Interslice interslice_function(Project& p, int method, const NodeBox& reg
     return f;
 }
 
-// Stores what the dense set-up worked out for active node k of row r, as
-// evaluate_column stores it in a set-up iteration of this method at a plain
-// base, and leaves the node's scratch for the equations.
-static void commit_dense_node(Project& p, const DenseRow& d, std::size_t k, int r, ColumnRow& row,
-                              ColumnScratch& sc, double plan_area, bool head_test)
-{
-    const std::size_t at = d.at[k];
-    ++p.active_columns;
-    ++row.active;
-    sc.sin_a = d.sin_a[k];
-    sc.cos_a = d.cos_a[k];
-    sc.tan_b = d.tan_b[k];
-    sc.zs = d.zs[k];
-    sc.zg = d.zg[k];
-    sc.layer = d.layer[k];
-    sc.material = d.material[k];
-    p.col_cos_gamma.v[at] = d.cos_gamma[k];
-    p.col_area.v[at] = d.area[k];
-    p.col_material.v[at] = d.layer[k];
-    p.col_pore.v[at] = d.pore[k];
-    p.col_weight.v[at] = d.weight[k];
-    sc.weight = d.weight[k];
-    p.slide_weight = float(double(p.slide_weight) + sc.weight);
-    p.slide_area = float(double(p.slide_area) + double(d.area[k]));
-    p.slide_volume = float(double(p.slide_volume) + (sc.zg - sc.zs) * plan_area);
-    p.col_phi.v[at] = d.phi[k];
-    p.col_cohesion.v[at] = d.coh[k];
-    if (head_test) {
-        if (row.continuity == 0 && row.passages > 0)
-            add_message(p, "SLIDING MASS IS DISCONTINUOUS IN ROW " + str(r));
-        row.continuity = 1;
-    }
-}
-
 // Where the first set-up of a solve stands: the nodes up to (r, c) in
 // solving order have been visited.
 struct SetupPoint {
@@ -555,7 +521,7 @@ static void solve(Project& p, Port& port)
                             setup_at.c = c;
                             ColumnOutcome out = ColumnOutcome::inactive;
                             if (row_dense && next < d.col.size() && d.col[next] == c) {
-                                commit_dense_node(p, d, next, r, row, sc, a_plan, sw.head_test);
+                                commit_dense_node(p, d, next, r, row, sc, a_plan, false, sw.head_test);
                                 ++next;
                                 out = ColumnOutcome::active;
                             } else if (bounded && !p.work.stale.has(r, c)) {
