@@ -4,6 +4,7 @@
 #include "commands/commands.h"
 #include "commands/dialog_session.h"
 #include "commands/open_project.h"
+#include "support/opened_example.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 
@@ -14,11 +15,7 @@ using test::ScriptedPort;
 
 Project opened_example(ScriptedPort& port)
 {
-    Project p;
-    main_load(p);
-    port.files = {test::example_path("slope3d-new-project.tob")};
-    file_open(p, port);
-    return p;
+    return test::opened_example(port, "slope3d-new-project.tob");
 }
 
 TEST(dialog_session, dragging_the_centre_handle_moves_the_ellipsoid_fields)

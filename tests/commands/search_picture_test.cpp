@@ -7,6 +7,7 @@
 #include "commands/open_project.h"
 #include "commands/search_picture.h"
 #include "graphics/drawing.h"
+#include "support/opened_example.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 
@@ -20,11 +21,7 @@ using test::ScriptedPort;
 // (41, 54), 17 by 17; vertical exaggeration 1.
 Project opened_example(ScriptedPort& port)
 {
-    Project p;
-    main_load(p);
-    port.files = {test::example_path("slope2d-homogeneous.tob")};
-    file_open(p, port);
-    return p;
+    return test::opened_example(port, "slope2d-homogeneous.tob");
 }
 
 TEST(search_picture, dragging_the_grid_corner_after_a_cancel_opens_the_form_with_the_moved_corner)

@@ -17,17 +17,9 @@
 #include "forms/form_dialog.h"
 #include "forms/form_picture.h"
 #include "recording_port.h"
+#include "support/opened_example.h"
 
 namespace tobel::test {
-
-inline Project opened_example(RecordingPort& port, const char* name)
-{
-    Project p;
-    main_load(p);
-    port.files = {example(name)};
-    file_open(p, port);
-    return p;
-}
 
 // The editor of section 1 of `name` in its dialog, shown, its picture 800 by
 // 600 pixels.
