@@ -126,7 +126,7 @@ bool report_preview_shot(MainWindow& w, QImage& image, std::string& why)
     w.choose("Solve_single_trial");
     // 2: "Plan of Active Columns".
     ReportPreviewDialog preview(&w, p, report_context_of(p), report_graphic_picture(p, 2));
-    preview.resize(820, 1000);
+    preview.adjustSize();
     preview.show();
     settle();
     image = preview.grab().toImage();

@@ -180,15 +180,13 @@ void describe(FormView& v, const Project& p, const DialogSession&, const Section
         v.current_col = ed.scale.col;
         return;
     }
+    // Every line keeps its place, blank while hidden: a label that comes and
+    // goes during a drag must not change the picture's size under the pointer.
     v.notes << q(ed.long_label + "   " + ed.section_label);
-    if (ed.labels_visible)
-        v.notes << q(ed.y_label + "   " + ed.z_label);
-    if (ed.slope_visible)
-        v.notes << q(ed.slope_label);
-    if (ed.legend.visible)
-        v.notes << q(ed.legend.hint);
-    if (ed.image.help_visible)
-        v.notes << q(ed.image.help_text);
+    v.notes << (ed.labels_visible ? q(ed.y_label + "   " + ed.z_label) : QString());
+    v.notes << (ed.slope_visible ? q(ed.slope_label) : QString());
+    v.notes << (ed.legend.visible ? q(ed.legend.hint) : QString());
+    v.notes << (ed.image.help_visible ? q(ed.image.help_text) : QString());
     v.column_titles << "Y"
                     << "Z";
     for (int r = 1; r <= ed.table_rows; ++r) {

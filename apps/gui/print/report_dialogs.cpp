@@ -98,6 +98,9 @@ ReportPreviewDialog::ReportPreviewDialog(QWidget* parent, const Project& p, cons
     layout->addLayout(buttons);
     view_ = new PageView(this);
     layout->addWidget(view_, 0, Qt::AlignHCenter);
+    // A taller window leaves its room under the page, not between the page
+    // and its buttons.
+    layout->addStretch(1);
     connect(print_, &QPushButton::clicked, this, [this] { on_print(); });
     connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
     connect(previous_, &QPushButton::clicked, this, [this] {
