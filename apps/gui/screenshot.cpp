@@ -68,9 +68,9 @@ bool show_alone(MainWindow& w, const PictureWindow& shown)
 }
 
 // Trials recorded before the search-progress shot pauses the grid search:
-// on the 17 by 17 grid of the 2-D example about the upper half of the
-// centres, so that the contours of the lines done show.
-constexpr int progress_pause_trials = 200;
+// on the stored search of the 3-D example (83 trials, 5 lines of centres)
+// the upper lines are done by then, so that their contours of F show.
+constexpr int progress_pause_trials = 50;
 
 // The stored grid search run and paused part way; while the paused panel
 // waits, the contours of the centres so far and the legend are drawn, the
@@ -211,7 +211,13 @@ int take_screenshot(MainWindow& w, const std::string& out, const std::string& vi
     };
     w.port().answer_file = [](const std::string&, bool) { return std::nullopt; };
     w.port().answer_input = [](const std::string&) { return std::nullopt; };
-    w.resize(1280, 860);
+    // The search pictures are taller: the section's window is fitted to the
+    // ground across the width, and the centres above the crest, with their
+    // contours, show only where the picture leaves room above it.
+    if (view == "search" || view == "search-progress")
+        w.resize(1100, 1100);
+    else
+        w.resize(1280, 860);
     w.show();
     settle();
 
