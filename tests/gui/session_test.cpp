@@ -166,6 +166,7 @@ class SessionTest : public QObject {
     void the_file_filter_adds_the_lower_case_pattern();
     void screenshot_writes_a_png_of_the_window_size();
     void screenshot_of_a_missing_file_fails_with_a_message();
+    void screenshots_of_the_paused_search_and_the_report_preview_exit_cleanly();
 };
 
 // The wizard of examples/scripts/new-project.txt, each dialog step handed to
@@ -476,6 +477,27 @@ void SessionTest::screenshot_of_a_missing_file_fails_with_a_message()
     QCOMPARE(run.exitCode(), 1);
     QVERIFY(QString(run.readAllStandardError()).contains("none.tob"));
     QVERIFY(!QFile::exists(dir.path() + "/shot.png"));
+}
+
+// The two views that run a command before the picture is taken: the grid
+// search paused part way (the search is then ended through the panel's
+// Exit) and the report preview; each ends with status 0, which under the
+// leak checker also means nothing was left behind.
+void SessionTest::screenshots_of_the_paused_search_and_the_report_preview_exit_cleanly()
+{
+    QTemporaryDir dir;
+    for (const char* view : {"search-progress", "report-preview"}) {
+        const QString out = dir.path() + "/" + view + ".png";
+        QProcess run;
+        run.start(TOBEL_GUI_EXE, {"--screenshot", out, "--view", view,
+                                  QString::fromStdString(example("slope3d-layers-piezo-force.tob"))});
+        QVERIFY(run.waitForFinished(120000));
+        QVERIFY2(run.exitCode() == 0, run.readAllStandardError().constData());
+        const QImage image(out);
+        QVERIFY2(!image.isNull(), view);
+    }
+    // The search shot is taken taller, so that the centres show above the crest.
+    QCOMPARE(QImage(dir.path() + "/search-progress.png").size(), QSize(1100, 1100));
 }
 
 QTEST_MAIN(SessionTest)
