@@ -2,9 +2,17 @@
 # Unpacks the Debian package of TOBEL-3 into a temporary root (dpkg-deb -x,
 # nothing is installed) and checks what it holds: the files, `tobel --help`,
 # and, when the desktop program offers it, a screenshot of an example.
-# Usage: scripts/check-package.sh [PACKAGE.deb] (default: the newest in build/package).
+# With --install (root or sudo), the package is then installed for real with
+# apt-get, which brings its dependencies; the installed tobel-gui takes a
+# screenshot under Xvfb, and the package is removed again.
+# Usage: scripts/check-package.sh [--install] [PACKAGE.deb] (default: the newest in build/package).
 set -euo pipefail
 root_dir=$(cd "$(dirname "$0")/.." && pwd)
+install=0
+if [ "${1:-}" = "--install" ]; then
+    install=1
+    shift
+fi
 deb=${1:-$(ls -t "$root_dir"/build/package/*.deb 2>/dev/null | head -1 || true)}
 if [ -z "$deb" ] || [ ! -f "$deb" ]; then
     echo "check-package: no package; run scripts/package.sh first" >&2
@@ -52,5 +60,22 @@ if timeout 30 "$root/usr/bin/tobel-gui" --help >"$root/gui-help.txt" 2>&1 &&
     fi
 else
     echo "skipped: tobel-gui has no --screenshot option yet"
+fi
+
+if [ "$install" = 1 ] && [ "$fail" = 0 ]; then
+    sudo=""
+    [ "$(id -u)" = 0 ] || sudo=sudo
+    $sudo apt-get install -y -qq "$(cd "$(dirname "$deb")" && pwd)/$(basename "$deb")" >/dev/null
+    command -v xvfb-run >/dev/null || $sudo apt-get install -y -qq xvfb >/dev/null
+    shot="$root/installed-shot.png"
+    if (unset QT_QPA_PLATFORM; timeout 120 xvfb-run -a /usr/bin/tobel-gui --screenshot "$shot" \
+        --view isometry /usr/share/tobel/examples/slope3d-layers-piezo-force.tob) && [ -s "$shot" ]; then
+        echo "ok: installed; /usr/bin/tobel-gui --screenshot under Xvfb ($(stat -c %s "$shot") bytes)"
+    else
+        echo "the installed tobel-gui --screenshot failed" >&2
+        fail=1
+    fi
+    $sudo apt-get remove -y -qq tobel >/dev/null
+    echo "removed the package again"
 fi
 exit $fail
