@@ -18,6 +18,7 @@
 #include "graphics/xray.h"
 #include "main_window.h"
 #include "project/numtext.h"
+#include "session_files.h"
 #include "views/picture_window.h"
 
 using namespace tobel;
@@ -25,18 +26,8 @@ using namespace tobel::gui;
 
 namespace {
 
-std::string example(const std::string& name)
-{
-    return std::string(TOBEL_SOURCE_DIR) + "/examples/" + name;
-}
-
-std::string read_all(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
+using test::example;
+using test::read_all;
 
 // A window whose boxes and dialogs are answered in code.
 struct Session {

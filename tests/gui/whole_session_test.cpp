@@ -31,6 +31,7 @@
 #include "main_window.h"
 #include "print/report_dialogs.h"
 #include "project/numtext.h"
+#include "session_files.h"
 #include "views/picture_window.h"
 
 using namespace tobel;
@@ -38,18 +39,8 @@ using namespace tobel::gui;
 
 namespace {
 
-std::string example(const std::string& name)
-{
-    return std::string(TOBEL_SOURCE_DIR) + "/examples/" + name;
-}
-
-std::string read_all(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
+using test::example;
+using test::read_all;
 
 // Works the modal windows as they come up: each queued step names the
 // caption of the window it is for and does what the user does there. A window
@@ -263,16 +254,15 @@ void WholeSessionTest::from_the_new_wizard_to_the_printed_report_and_a_stopped_s
         click(d, "continue");
     });
     drive.expect("Material / Discontinuity Editor", [](QWidget* d) {
-        set_cell(d, 0, 0, "Stiff clay");
-        set_cell(d, 1, 0, "21");
-        set_cell(d, 2, 0, "25");
-        set_cell(d, 4, 0, "28");
-        set_cell(d, 6, 0, "1");
-        set_cell(d, 0, 1, "Silty sand");
-        set_cell(d, 1, 1, "19");
-        set_cell(d, 2, 1, "5");
-        set_cell(d, 4, 1, "30");
-        set_cell(d, 6, 1, "1");
+        // Name, unit weight, cohesion, friction angle and piezometric
+        // surface of each layer, a column each, from the bottom up.
+        const char* layers[2][4] = {{"Stiff clay", "21", "25", "28"}, {"Silty sand", "19", "5", "30"}};
+        for (int col = 0; col < 2; ++col) {
+            for (int row : {0, 1, 2})
+                set_cell(d, row, col, layers[col][row]);
+            set_cell(d, 4, col, layers[col][3]);
+            set_cell(d, 6, col, "1");
+        }
         click(d, "continue");
     });
     drive.expect("Assignment of Stratigraphic Layer Name and Top Surface Input Method",
