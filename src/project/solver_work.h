@@ -112,7 +112,9 @@ struct BaseTrig {
 // The active nodes of a mesh row in the dense set-up of an ellipsoid trial,
 // one array per quantity, in the order of the nodes: what the per-node
 // evaluation would store at each, worked out before anything is stored.
+// The arrays only grow; the first n entries are the row's.
 struct DenseRow {
+    std::size_t n = 0;
     std::vector<int> col, layer, material;
     std::vector<std::size_t> at; // flat index into the column grids
     std::vector<double> zs, zg, sin_a, cos_a, tan_b;
@@ -144,6 +146,10 @@ struct SolverWork {
     // The nodes the ellipsoid left under the ground: beyond them, and
     // unless the plane was lifted, a finished solve leaves nothing to clear.
     NodeBox cut;
+    // The nodes of `region` a solve visits: the cut and the stale nodes.
+    // Every other node of the region is inactive and holds what a trial
+    // leaves beside its slide already; a lifted plane makes it all of `region`.
+    NodeBox visit;
     bool swept = false; // the solver's set-up went over the whole region
 
     // 3. The base trigonometry of the last ellipsoid's slide, node (r, c) of

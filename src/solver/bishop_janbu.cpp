@@ -170,7 +170,8 @@ static void solve(Project& p, Port& port)
         forget_solver_work(p.work);
         rotate_dips(p, theta);
     }
-    const NodeBox region = trial_region(p);
+    // The nodes of the trial that may be active or hold anything to clear.
+    const NodeBox region = solve_region(p);
     TanCache tan_cache;
     const double cos_t = std::cos(theta);
     const double k = p.eq_coef;
@@ -298,7 +299,14 @@ static void solve(Project& p, Port& port)
                     ColumnScratch cs;
                     for (int c = c_first; c <= c_last; ++c) {
                         ColumnOutcome out = ColumnOutcome::inactive;
-                        if (row_dense && next < d.col.size() && d.col[next] == c) {
+                        if (row_dense) {
+                            // The inactive nodes up to the next active one, in one go.
+                            const int stop = next < d.n ? d.col[next] : c_last + 1;
+                            if (c < stop) {
+                                clear_inactive_span(p, r, c, stop - 1, stale, row, true);
+                                c = stop - 1;
+                                continue;
+                            }
                             commit_dense_node(p, d, next, r, row, cs, plan_area, true, true);
                             ++next;
                             out = ColumnOutcome::active;
@@ -339,29 +347,31 @@ static void solve(Project& p, Port& port)
                             }
                             continue;
                         }
-                        ActiveColumn e;
-                        e.at = p.col_weight.index(r, c);
+                        // Made in place; every column grid shares the node's index.
+                        const std::size_t at = p.col_weight.index(r, c);
+                        ActiveColumn& e = cols.emplace_back();
+                        e.at = at;
                         e.r = r;
                         e.c = c;
                         e.m = cs.material;
                         const int type = material_type(p, e.m);
                         e.nonlinear = type == 3;
-                        e.area = p.col_area(r, c);
-                        e.cos_gamma = p.col_cos_gamma(r, c);
-                        e.lat_slope = p.col_lat_slope(r, c);
+                        e.area = p.col_area.v[at];
+                        e.cos_gamma = p.col_cos_gamma.v[at];
+                        e.lat_slope = p.col_lat_slope.v[at];
                         e.sin_a = cs.sin_a;
                         e.cos_a = cs.cos_a;
                         const double y = double(c - 1) * double(p.col_spacing) + double(p.y_min);
-                        p.col_arm(r, c) = float(y - double(p.centre_y));
-                        const double arm = p.col_arm(r, c);
+                        p.col_arm.v[at] = float(y - double(p.centre_y));
+                        const double arm = p.col_arm.v[at];
                         e.h_arm = double(p.centre_z) - cs.zs;
                         const double p_arm = arm * e.cos_a - e.h_arm * e.sin_a;
                         e.q_arm = arm * e.sin_a + e.h_arm * e.cos_a;
                         const double quake_arm = e.h_arm - (cs.zg - cs.zs) / 2;
-                        const double w = p.col_weight(r, c);
+                        const double w = p.col_weight.v[at];
                         const double kappa = cs.tan_b > 0 ? p.kappa_pos : p.kappa_neg;
                         const double l = 1 + kappa * cs.tan_b;
-                        p.col_lateral_load(r, c) = float(w * (l - 1));
+                        p.col_lateral_load.v[at] = float(w * (l - 1));
                         e.wl = w * l;
                         e.wl_arm_kwe = e.wl * arm + k * w * quake_arm;
                         e.kw = k * w;
@@ -382,11 +392,11 @@ static void solve(Project& p, Port& port)
                         e.ns_arm = e.cos_gamma / e.cos_a * e.sin_a;
                         double n = 0;
                         if (!solve_column(p, port, e, fj, janbu, s, n)) {
-                            failure = {true, c, r, e.m};
+                            cols.pop_back();
+                            failure = {true, c, r, cs.material};
                             break;
                         }
                         l_prev = l;
-                        cols.push_back(e);
                         n_now.push_back(n);
                     }
                     row_end[std::size_t(r)] = cols.size();

@@ -2,8 +2,10 @@
 
 #include "project/runtime_error.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 #include "project/numtext.h"
@@ -41,9 +43,10 @@ static bool any_non_finite(const Grid2<float>& g, int r, int c0, int c1)
 NonFiniteResult clear_non_finite_results(Project& p)
 {
     NonFiniteResult first;
-    // A trial's region holds whatever it wrote; beyond it every result is 0.
+    // The nodes a trial's solve visits hold whatever it wrote; beyond them
+    // every result is 0.
     const bool armed = trial_bounded(p);
-    const NodeBox& b = p.work.region;
+    const NodeBox& b = p.work.visit;
     for (auto* g : {&p.col_weight, &p.col_area, &p.col_pore, &p.col_phi, &p.col_cohesion, &p.col_cos_gamma,
                     &p.col_normal, &p.col_fos, &p.col_lat_slope, &p.col_arm, &p.col_lateral_load,
                     &p.col_eff_thrust, &p.col_thrust_height, &p.col_shear_ratio}) {
@@ -216,45 +219,52 @@ bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
 {
     const int nl = p.num_layers, si = p.sliding_index;
     const double a = double(p.row_spacing) * double(p.col_spacing);
+    // The arrays hold the whole span, so that no node is appended one by one.
+    const std::size_t span = c1 >= c0 ? std::size_t(c1 - c0 + 1) : 0;
+    if (d.col.size() < span) {
+        for (auto* v : {&d.col, &d.layer, &d.material})
+            v->resize(span);
+        d.at.resize(span);
+        for (auto* v : {&d.zs, &d.zg, &d.sin_a, &d.cos_a, &d.tan_b})
+            v->resize(span);
+        for (auto* v : {&d.cos_gamma, &d.lat_slope, &d.area, &d.pore, &d.weight, &d.phi, &d.coh})
+            v->resize(span);
+    }
     // 1. The active nodes of the span.
-    d.col.clear();
-    d.zs.clear();
-    d.zg.clear();
+    std::size_t n = 0;
     for (int c = c0; c <= c1; ++c) {
         const double zs = p.zgrid(r, c, si), zg = p.zgrid(r, c, nl);
         if (std::abs(zs - zg) >= 0.001) {
-            d.col.push_back(c);
-            d.zs.push_back(zs);
-            d.zg.push_back(zg);
+            d.col[n] = c;
+            d.zs[n] = zs;
+            d.zg[n] = zg;
+            ++n;
         }
     }
-    const std::size_t n = d.col.size();
-    for (auto* v : {&d.layer, &d.material})
-        v->resize(n);
-    d.at.resize(n);
-    for (auto* v : {&d.sin_a, &d.cos_a, &d.tan_b})
-        v->resize(n);
-    for (auto* v : {&d.cos_gamma, &d.lat_slope, &d.area, &d.pore, &d.weight, &d.phi, &d.coh})
-        v->resize(n);
+    d.n = n;
     // 2. The base: its dips' functions, cos(gamma), the lateral slope and the area.
     for (std::size_t k = 0; k < n; ++k) {
-        const std::size_t at = p.col_weight.index(r, d.col[k]);
+        const int c = d.col[k];
+        const std::size_t at = p.col_weight.index(r, c);
         d.at[k] = at;
-        const BaseTrig bt = node_base_trig(p.work, r, d.col[k], p.surf_dip_x.v[at], p.surf_dip_y.v[at]);
+        const BaseTrig bt = node_base_trig(p.work, r, c, p.surf_dip_x.v[at], p.surf_dip_y.v[at]);
         d.sin_a[k] = bt.sin_a;
         d.cos_a[k] = bt.cos_a;
         d.tan_b[k] = bt.tan_b;
         const double cg = 1.0 / std::sqrt(bt.tan_b * bt.tan_b + bt.tan_a * bt.tan_a + 1.0);
         d.cos_gamma[k] = float(cg);
         d.lat_slope[k] = float(cg * bt.tan_b);
-        d.area[k] = float(a * std::sqrt(1 - bt.sin_a * bt.sin_a * bt.sin_b * bt.sin_b) / bt.cos_b / bt.cos_a);
-        if (!(d.area[k] != 0) || !std::isfinite(d.area[k]))
+        const float area =
+            float(a * std::sqrt(1 - bt.sin_a * bt.sin_a * bt.sin_b * bt.sin_b) / bt.cos_b / bt.cos_a);
+        d.area[k] = area;
+        if (!(area != 0) || !std::isfinite(area))
             return false;
     }
     // 3. Weight through the layers, material, pore pressure and strength.
     ColumnScratch s;
     for (std::size_t k = 0; k < n; ++k) {
         const int c = d.col[k];
+        const std::size_t at = d.at[k];
         int l = 1;
         double t = 0;
         double q = weight_down_to(p, r, c, d.zs[k], l, t);
@@ -276,11 +286,48 @@ bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
         if (!pore_pressure(p, r, c, l, m, s, q, u) || !std::isfinite(u))
             return false;
         d.pore[k] = float(u);
-        d.weight[k] = float(double(p.col_weight.v[d.at[k]]) + q * a);
+        d.weight[k] = float(double(p.col_weight.v[at]) + q * a);
         if (!std::isfinite(d.weight[k]))
             return false;
     }
     return true;
+}
+
+void clear_inactive_span(Project& p, int r, int c0, int c1, const NodeBox& stale, ColumnRow& row,
+                         bool bishop_janbu)
+{
+    if (c0 > c1)
+        return;
+    if (row.continuity != 0)
+        ++row.passages;
+    row.continuity = 0;
+    // The weight an external force may have put there.
+    const std::size_t at0 = p.col_weight.index(r, c0), at1 = p.col_weight.index(r, c1);
+    std::fill(p.col_weight.v.begin() + std::ptrdiff_t(at0), p.col_weight.v.begin() + std::ptrdiff_t(at1) + 1,
+              0.0f);
+    // Spencer and Morgenstern-Price: no interslice function where there is no column.
+    if (!bishop_janbu)
+        for (int c = c0; c <= c1; ++c)
+            p.zgrid(r, c, p.sliding_index + 1) = 0;
+    if (!stale.has_row(r))
+        return;
+    const int s0 = std::max(c0, stale.c0), s1 = std::min(c1, stale.c1);
+    if (s0 > s1)
+        return;
+    const std::size_t b0 = p.col_weight.index(r, s0), b1 = p.col_weight.index(r, s1) + 1;
+    auto zero = [&](Grid2<float>& g) {
+        std::fill(g.v.begin() + std::ptrdiff_t(b0), g.v.begin() + std::ptrdiff_t(b1), 0.0f);
+    };
+    for (auto* g :
+         {&p.col_cohesion, &p.col_area, &p.col_pore, &p.col_phi, &p.col_cos_gamma, &p.col_normal, &p.col_fos})
+        zero(*g);
+    if (bishop_janbu) {
+        for (auto* g : {&p.col_lat_slope, &p.col_arm, &p.col_lateral_load})
+            zero(*g);
+    } else {
+        for (auto* g : {&p.col_eff_thrust, &p.col_shear_ratio})
+            zero(*g);
+    }
 }
 
 ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw, ColumnRow& row,

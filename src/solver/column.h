@@ -74,6 +74,14 @@ ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw
 // with some strength (a submerged head, a strength model), or a failure.
 bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d);
 
+// Nodes c0..c1 of row r, none of them active, as a set-up iteration of a
+// bounded trial leaves them: the row's bookkeeping, no weight, no interslice
+// function (Spencer, Morgenstern-Price), and the results of an inactive node
+// where they may be stale. The nodes' elevations are not read: the caller
+// knows them inactive.
+void clear_inactive_span(Project& p, int r, int c0, int c1, const NodeBox& stale, ColumnRow& row,
+                         bool bishop_janbu);
+
 // Stores what the dense set-up worked out for active node k of row r, as
 // evaluate_column stores it in a set-up iteration at a plain base, and leaves
 // the node's scratch for the equations. Bishop and Janbu keep the lateral

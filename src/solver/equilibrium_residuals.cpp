@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "project/numtext.h"
+#include "solver/trial_end.h"
 #include "surfaces/trial_region.h"
 
 namespace tobel {
@@ -30,8 +31,8 @@ EquilibriumSums equilibrium_sums(const Project& p)
         h_ext -= double(p.force_h[std::size_t(n)]);
         m_ext += (double(p.force_z[std::size_t(n)]) - cz) * double(p.force_h[std::size_t(n)]);
     }
-    // Beyond the trial's region no node is active.
-    const NodeBox region = trial_region(p);
+    // Beyond the nodes the trial's solve visits no node is active.
+    const NodeBox region = solve_region(p);
     double head_sum = 0;
     for (int r = 1; r <= p.num_rows; ++r) {
         const std::size_t ri = std::size_t(r);
@@ -49,6 +50,7 @@ EquilibriumSums equilibrium_sums(const Project& p)
     // 2. The columns, with the active test of the column evaluation.
     double resist_f = 0, load_f = 0, drive_f = 0;
     double resist_m = 0, load_m = 0;
+    TanCache tan_cache; // columns of one material share their tan(phi)
     for (int r = region.r0; r <= region.r1; ++r) {
         for (int c = region.c0; c <= region.c1; ++c) {
             const double zs = p.zgrid(r, c, si), zg = p.zgrid(r, c, nl);
@@ -58,7 +60,7 @@ EquilibriumSums equilibrium_sums(const Project& p)
             const double n = double(p.col_normal(r, c)) * area;
             const double u = double(p.col_pore(r, c)) * area;
             const double coh = double(p.col_cohesion(r, c)) * area;
-            const double t = std::tan(double(p.col_phi(r, c)));
+            const double t = tan_cache.of(p.col_phi(r, c));
             const double cg = p.col_cos_gamma(r, c);
             const double dip = p.surf_dip_y(r, c);
             const double sin_a = std::sin(dip), cos_a = std::cos(dip), tan_a = sin_a / cos_a;

@@ -93,6 +93,38 @@ static std::string m_alpha_text(double ma, int c, int r, int m)
            str(m);
 }
 
+// The equations of a column in an iteration before the last pass, where only
+// the row's sums a1, a2, a3 count: the terms of the full equations, with the
+// sums kept in registers. False when a term is not a finite number.
+// The chain terms of a column at 1 / F and lambda, with n_alpha, which the
+// last pass needs again; a small m_alpha is reported as it is met.
+struct ColumnTerms {
+    double na;
+    ChainTerms ct;
+};
+
+static inline ColumnTerms column_terms(Project& p, const SpencerColumn& e, double inv_f, double lam, double k)
+{
+    const double t_f = e.t * inv_f;
+    const double ma = e.cos_g + e.sin_a * t_f;
+    const double na = e.cos_g * e.tan_a - e.cos_a * t_f;
+    if (std::abs(ma) < 0.1)
+        add_message(p, m_alpha_text(ma, e.c, e.r, e.m));
+    return {na, chain_terms(ma, na, lam * e.f, k, e.sin_a, e.cos_a, e.tan_a)};
+}
+
+static inline bool column_sums(Project& p, const SpencerColumn& e, double inv_f, double lam, double k,
+                               double& a1s, double& a2s, double& a3s)
+{
+    const ChainTerms ct = column_terms(p, e, inv_f, lam, k).ct;
+    if (!std::isfinite(ct.a1) || !std::isfinite(ct.a2) || !std::isfinite(ct.a3))
+        return false;
+    a1s -= e.w * ct.a1;
+    a3s -= e.ut_c * ct.a3 * inv_f;
+    a2s += e.w * ct.a2;
+    return true;
+}
+
 static void strength_terms(const Project& p, SpencerColumn& e, TanCache& tc)
 {
     e.u = double(p.col_pore.v[e.at]) * e.area;
@@ -216,7 +248,8 @@ static void solve(Project& p, Port& port)
     for (int l = 1; l <= nl && l <= material_capacity; ++l)
         tan_phi_v[std::size_t(l)] = std::tan(double(p.deg_to_rad) * double(p.mat_phi_v[std::size_t(l)]));
 
-    const NodeBox region = trial_region(p);
+    // The nodes of the trial that may be active or hold anything to clear.
+    const NodeBox region = solve_region(p);
     const bool bounded = trial_bounded(p);
     const Interslice fn = interslice_function(p, method, region);
     double fmax = 0;
@@ -299,12 +332,7 @@ static void solve(Project& p, Port& port)
     // The column's equations at F and lambda; in the last pass the thrust,
     // the normal force, the side strength and the moments as well.
     auto equations = [&](SpencerColumn& e, RowState& rs) -> bool {
-        const double t_f = e.t * inv_f;
-        const double ma = e.cos_g + e.sin_a * t_f;
-        const double na = e.cos_g * e.tan_a - e.cos_a * t_f;
-        if (std::abs(ma) < 0.1)
-            add_message(p, m_alpha_text(ma, e.c, e.r, e.m));
-        const ChainTerms ct = chain_terms(ma, na, lam * e.f, k, e.sin_a, e.cos_a, e.tan_a);
+        const auto [na, ct] = column_terms(p, e, inv_f, lam, k);
         const double a1 = ct.a1, a2 = ct.a2, a3 = ct.a3;
         if (!std::isfinite(a1) || !std::isfinite(a2) || !std::isfinite(a3))
             return false;
@@ -478,6 +506,7 @@ static void solve(Project& p, Port& port)
                     rs.arm = p.row_thrust_arm[ri];
                     RowRange& range = rows[ri];
                     if (i == 1 && setup_kept) {
+                        double a1s = rs.a1, a2s = rs.a2, a3s = rs.a3;
                         for (std::size_t n = range.begin; n < range.end; ++n) {
                             SpencerColumn& e = cols[n];
                             if (e.nonlinear) {
@@ -487,11 +516,14 @@ static void solve(Project& p, Port& port)
                                 strength_terms(p, e, tan_cache);
                                 local_fos(p, e, k);
                             }
-                            if (!equations(e, rs)) {
+                            if (!column_sums(p, e, inv_f, lam, k, a1s, a2s, a3s)) {
                                 failure = {true, e.c, e.r, e.m, false};
                                 break;
                             }
                         }
+                        rs.a1 = a1s;
+                        rs.a2 = a2s;
+                        rs.a3 = a3s;
                     } else if (i == 1) {
                         // Set-up of the round, column by column.
                         range.begin = cols.size();
@@ -520,7 +552,16 @@ static void solve(Project& p, Port& port)
                             setup_at.r = r;
                             setup_at.c = c;
                             ColumnOutcome out = ColumnOutcome::inactive;
-                            if (row_dense && next < d.col.size() && d.col[next] == c) {
+                            if (row_dense) {
+                                // The inactive nodes up to the next active one, in one go.
+                                const int stop = next < d.n ? d.col[next] : c_last + 1;
+                                if (c < stop) {
+                                    clear_inactive_span(p, r, c, stop - 1, p.work.stale, row, false);
+                                    prev_active = false;
+                                    c = stop - 1;
+                                    setup_at.c = c;
+                                    continue;
+                                }
                                 commit_dense_node(p, d, next, r, row, sc, a_plan, false, sw.head_test);
                                 ++next;
                                 out = ColumnOutcome::active;
@@ -580,7 +621,8 @@ static void solve(Project& p, Port& port)
                             strength_terms(p, e, tan_cache);
                             local_fos(p, e, k);
                             range.weight += e.w;
-                            if (!equations(e, rs)) {
+                            // The set-up is never the last pass: only the row's sums count.
+                            if (!column_sums(p, e, inv_f, lam, k, rs.a1, rs.a2, rs.a3)) {
                                 failure = {true, c, r, e.m, false};
                                 break;
                             }
@@ -588,6 +630,7 @@ static void solve(Project& p, Port& port)
                         }
                         range.end = cols.size();
                     } else {
+                        double a1s = rs.a1, a2s = rs.a2, a3s = rs.a3;
                         for (std::size_t n = range.begin; n < range.end; ++n) {
                             SpencerColumn& e = cols[n];
                             if (e.nonlinear) {
@@ -599,10 +642,18 @@ static void solve(Project& p, Port& port)
                                 strength_terms(p, e, tan_cache);
                                 local_fos(p, e, k);
                             }
-                            if (!equations(e, rs)) {
+                            // Before the last pass only the row's sums count.
+                            const bool ok = last_pass ? equations(e, rs)
+                                                      : column_sums(p, e, inv_f, lam, k, a1s, a2s, a3s);
+                            if (!ok) {
                                 failure = {true, e.c, e.r, e.m, false};
                                 break;
                             }
+                        }
+                        if (!last_pass) {
+                            rs.a1 = a1s;
+                            rs.a2 = a2s;
+                            rs.a3 = a3s;
                         }
                     }
                     if (failure.failed)

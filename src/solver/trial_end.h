@@ -2,7 +2,9 @@
 // region only, and the record the solve leaves for the next trial.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "project/project.h"
 
@@ -10,9 +12,13 @@ namespace tobel {
 
 template <class T> void fill_box(Grid2<T>& g, const NodeBox& b, T x)
 {
-    for (int r = b.r0; r <= b.r1; ++r)
-        for (int c = b.c0; c <= b.c1; ++c)
-            g(r, c) = x;
+    if (b.c0 > b.c1)
+        return;
+    // A row of the box lies together in the grid.
+    for (int r = b.r0; r <= b.r1; ++r) {
+        const auto first = g.v.begin() + std::ptrdiff_t(g.index(r, b.c0));
+        std::fill(first, first + std::ptrdiff_t(b.c1 - b.c0 + 1), x);
+    }
 }
 
 // tan of the last friction angle asked for: columns of one material share it.

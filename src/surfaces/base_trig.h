@@ -5,7 +5,9 @@
 // library functions of the stored angles.
 #pragma once
 
+#include <array>
 #include <bit>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -29,15 +31,69 @@ inline SinCos rounded_angle(double s0, double c0, double angle, float stored)
     return {s0 * h + c0 * d, c0 * h - s0 * d};
 }
 
+// near_float_tie of a value beyond the range of normal floats' binades.
+bool near_float_tie_far(double x, double rel);
+
 // True when x lies within rel * |x| of the midpoint of the two floats around
 // it: a value that close could round the other way after a change of its last
 // bits. Such a value is worked out again as the description gives it.
-bool near_float_tie(double x, double rel);
+// Inline: the ellipsoid asks twice at every node it cuts.
+inline bool near_float_tie(double x, double rel)
+{
+    const double ax = std::fabs(x);
+    if (ax >= 1e-30 && ax <= 1e30) {
+        // Well inside the range of normal floats, a float keeps the top 23 of a
+        // double's 52 fraction bits: the midpoint has the 29 bits below them
+        // 1000..., and one unit of them is 2^-52 of the binade's start.
+        const std::uint64_t b = std::bit_cast<std::uint64_t>(x);
+        const std::int64_t off = std::int64_t(b & ((std::uint64_t(1) << 29) - 1)) - (std::int64_t(1) << 28);
+        const double binade = std::bit_cast<double>(b & 0x7ff0000000000000u);
+        return double(off < 0 ? -off : off) * binade * 0x1p-52 <= rel * ax;
+    }
+    return near_float_tie_far(x, rel);
+}
 
 // atan(x) to within a few units of a double's last place, several times
 // faster than the library's. Rounded to a float it gives the library's float
 // unless near_float_tie(result, 1e-14); such a value is taken from the library.
-double quick_atan(double x);
+// Inline, so that the ellipsoid's loops over a row keep it in line.
+inline double quick_atan(double x)
+{
+    const double ax = std::fabs(x);
+    if (!(ax < 1e300))
+        return std::atan(x);
+    // 1. Down to [0, 1] by atan(x) = pi / 2 - atan(1 / x).
+    const bool inverted = ax > 1;
+    const double z = inverted ? 1 / ax : ax;
+    // 2. The nearest tabulated tangent c = k / 8 and the angle beyond it:
+    // atan(z) = atan(c) + atan(y), y = (z - c) / (1 + z c), |y| <= 1 / 16.
+    const int k = int(z * 8 + 0.5);
+    const double c = double(k) * 0.125;
+    const double y = (z - c) / (1 + z * c);
+    // 3. The series of atan(y) to y^15; the next term is below 1e-20 of y.
+    const double y2 = y * y;
+    const double series =
+        y + y * y2 *
+                (-1.0 / 3 +
+                 y2 * (1.0 / 5 +
+                       y2 * (-1.0 / 7 + y2 * (1.0 / 9 + y2 * (-1.0 / 11 + y2 * (1.0 / 13 - y2 / 15))))));
+    // atan(k / 8), k = 0..8, rounded to the nearest double (the library's values).
+    static constexpr std::array<double, 9> table{
+        0x0p+0,
+        0x1.fd5ba9aac2f6ep-4,
+        0x1.f5b75f92c80ddp-3,
+        0x1.6f61941e4def1p-2,
+        0x1.dac670561bb4fp-2,
+        0x1.1e00babdefeb4p-1,
+        0x1.4978fa3269ee1p-1,
+        0x1.700a7c5784634p-1,
+        0x1.921fb54442d18p-1,
+    };
+    double r = table[std::size_t(k)] + series;
+    if (inverted)
+        r = 1.5707963267948966 - r;
+    return std::copysign(r, x);
+}
 
 // The entry of a node's stored dips from the library functions of the angles.
 BaseTrig base_trig_of(float dip_x, float dip_y);

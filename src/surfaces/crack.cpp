@@ -136,6 +136,8 @@ void apply_crack(Project& p)
 
     p.surface_lifted = lift_out_of_hard_layers(p, region, !bounded) ? 1 : 0;
     if (p.surface_lifted == 1) {
+        // A lifted node beyond the cut may be active: the solver visits it all.
+        w.visit = region;
         if (bounded) {
             lifted_no_slide(p, region);
             // The dips beyond the region are the ground's differences already,

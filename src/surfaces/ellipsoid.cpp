@@ -149,6 +149,11 @@ void build_ellipsoid(Project& p)
     const std::size_t trig_cols = slide.empty() ? 0 : std::size_t(slide.c1 - slide.c0 + 1);
 
     NodeBox cut{rows + 1, 0, cols + 1, 0};
+    // Scratch of a row's cut nodes, all within the region's columns: their
+    // columns and the steps of their dips.
+    const std::size_t span = region.c1 >= region.c0 ? std::size_t(region.c1 - region.c0 + 1) : 0;
+    std::vector<int> cut_cols(span);
+    std::vector<double> sin_y(span), cos_y(span), dip(span), slope(span);
     // Puts the nodes c0..c1 of the row that may be stale back to the ground.
     auto clear_stale = [&](int row, int c0, int c1) {
         if (!stale.has_row(row))
@@ -178,7 +183,8 @@ void build_ellipsoid(Project& p)
         }
         clear_stale(row, region.c0, in.c0 - 1);
         clear_stale(row, in.c1 + 1, region.c1);
-        // 3. The nodes within the rim.
+        // 3. The nodes within the rim: the elevation, and which are cut.
+        std::size_t n = 0;
         for (int col = in.c0; col <= in.c1; ++col) {
             const double dy = dys[std::size_t(col)];
             const float z = float(ez - std::sqrt(rl * rl - dy * dy));
@@ -191,16 +197,31 @@ void build_ellipsoid(Project& p)
             }
             p.disc_code(row, col) = 0;
             p.zgrid(row, col, sliding) = z;
-            cut = box_hull(cut, NodeBox{row, row, col, col});
-            const double t = dy / rl;
+            cut_cols[n++] = col;
+        }
+        if (n == 0)
+            continue;
+        cut = box_hull(cut, NodeBox{row, row, cut_cols[0], cut_cols[n - 1]});
+        // 4. The dips of the cut nodes, a step at a time over the row, so that
+        // the long chain of each node's divisions overlaps with its neighbours'.
+        const std::size_t trig_row = std::size_t(row - slide.r0) * trig_cols;
+        for (std::size_t i = 0; i < n; ++i) {
+            const double t = dys[std::size_t(cut_cols[i])] / rl;
             const double ct = std::sqrt(1.0 - t * t);
-            double ay = quick_atan(t / ct);
+            sin_y[i] = t;
+            cos_y[i] = ct;
+            dip[i] = quick_atan(t / ct);
+        }
+        for (std::size_t i = 0; i < n; ++i) {
+            const int col = cut_cols[i];
+            const double t = sin_y[i], ct = cos_y[i];
+            double ay = dip[i];
             // Rounded as the library's angle would be, or the library's angle.
             if (near_float_tie(ay, 1e-14))
                 ay = std::atan(t / ct);
             const float dip_y = float(ay);
             p.surf_dip_y(row, col) = dip_y;
-            BaseTrig& e = w.trig[std::size_t(row - slide.r0) * trig_cols + std::size_t(col - slide.c0)];
+            BaseTrig& e = w.trig[trig_row + std::size_t(col - slide.c0)];
             e.dip_y = dip_y;
             // t and sqrt(1 - t^2) are the sine and cosine of the unrounded Y dip.
             const SinCos sy = rounded_angle(t, ct, ay, dip_y);
@@ -216,12 +237,21 @@ void build_ellipsoid(Project& p)
                 continue;
             }
             // The X slope is tilted by the cosine of the stored, single, Y dip.
-            double v = slope_x / sy.c;
-            double ax = quick_atan(v);
+            slope[i] = slope_x / sy.c;
+        }
+        if (two_d)
+            continue;
+        for (std::size_t i = 0; i < n; ++i)
+            dip[i] = quick_atan(slope[i]);
+        for (std::size_t i = 0; i < n; ++i) {
+            const int col = cut_cols[i];
+            BaseTrig& e = w.trig[trig_row + std::size_t(col - slide.c0)];
+            double v = slope[i];
+            double ax = dip[i];
             // Near a tie of the rounding, with the library's cosine and arc tangent
             // as the description has them.
             if (near_float_tie(ax, 1e-12)) {
-                v = slope_x / std::cos(double(dip_y));
+                v = slope_x / std::cos(double(e.dip_y));
                 ax = std::atan(v);
             }
             const float dip_x = float(ax);
@@ -235,6 +265,9 @@ void build_ellipsoid(Project& p)
         }
     }
     w.cut = cut.empty() ? NodeBox{} : cut;
+    // Beyond the cut and the stale nodes the plane lies on the ground and
+    // every node holds the results of an inactive node.
+    w.visit = box_hull(w.cut, stale);
     if (rows >= 1)
         p.cur_x = node_x(p, rows);
     if (rows >= 1 && cols >= 1)

@@ -38,6 +38,11 @@ NodeBox trial_region(const Project& p)
     return trial_bounded(p) ? p.work.region : whole_mesh(p.num_rows, p.num_cols);
 }
 
+NodeBox solve_region(const Project& p)
+{
+    return trial_bounded(p) ? p.work.visit : whole_mesh(p.num_rows, p.num_cols);
+}
+
 NodeBox result_region(const Project& p)
 {
     return work_record_holds(p) ? p.work.dirty : whole_mesh(p.num_rows, p.num_cols);

@@ -22,6 +22,11 @@ bool trial_bounded(const Project& p);
 // is armed, otherwise the whole mesh.
 NodeBox trial_region(const Project& p);
 
+// The nodes a solver visits: work.visit while a bounded trial is armed,
+// otherwise the whole mesh. Within work.region and beyond work.visit every
+// node is inactive and holds the results of an inactive node already.
+NodeBox solve_region(const Project& p);
+
 // The nodes that may differ from what a trial leaves beside its slide, for
 // the readers after a solve: work.dirty when the record holds, otherwise the
 // whole mesh.

@@ -28,7 +28,7 @@ namespace {
 // from 10 at Y = 20 to 30 at Y = 60. Layer 1 (friction 85: a hard layer)
 // lies 6 m under the ground, except beyond X = 34, where its top is the
 // ground itself, far from every slide below; layer 2 is the soil.
-std::unique_ptr<Project> make_hard_slope(int method, bool hard_at_ground)
+std::unique_ptr<Project> make_hard_slope(int method, bool hard_at_ground, bool hard = true)
 {
     auto p = std::make_unique<Project>();
     set_defaults(*p);
@@ -51,7 +51,8 @@ std::unique_ptr<Project> make_hard_slope(int method, bool hard_at_ground)
         p->mat_cohesion[l] = p->mat_cohesion_v[l] = 10;
         p->mat_phi_v[l] = 20;
     }
-    p->mat_phi[1] = 85;
+    // Without a hard layer layer 1 is soil like layer 2 and nothing is lifted.
+    p->mat_phi[1] = hard ? 85 : 20;
     p->mat_phi[2] = 20;
     p->unit_weight_water = 9.81f;
     for (int r = 1; r <= p->num_rows; ++r)
@@ -73,22 +74,29 @@ std::unique_ptr<Project> make_hard_slope(int method, bool hard_at_ground)
 }
 
 // One trial as a search runs it: build, crack, check, solve.
-void run_trial(Project& p, float y, float z, float radius)
+// The steps of a trial after its surface is built: crack, forces, checks and
+// the solver of the project's method.
+void solve_built(Project& p)
 {
     QuietPort port;
-    p.ell_y = y;
-    p.ell_z = z;
-    p.ell_radius = radius;
-    build_ellipsoid(p);
     apply_crack(p);
     scale_forces(p);
     check_surface(p);
-    ASSERT_EQ(p.surface_out_flag, 0);
     p.solve_interactive = 0;
     if (p.solution_method == 3 || p.solution_method == 4)
         solve_spencer_mp(p, port);
     else
         solve_bishop_janbu(p, port);
+}
+
+void run_trial(Project& p, float y, float z, float radius)
+{
+    p.ell_y = y;
+    p.ell_z = z;
+    p.ell_radius = radius;
+    build_ellipsoid(p);
+    solve_built(p);
+    ASSERT_EQ(p.surface_out_flag, 0);
 }
 
 template <class T> bool same_bits(const std::vector<T>& a, const std::vector<T>& b)
@@ -149,20 +157,31 @@ void expect_same_state(const Project& a, const Project& b, bool with_kept)
 constexpr float y1 = 30, z1 = 42, r1 = 34;
 constexpr float y2 = 40, z2 = 44, r2 = 28;
 
-void check_two_trials(int method, bool hard_at_ground)
+double nodes_of(const NodeBox& b)
 {
-    auto bounded = make_hard_slope(method, hard_at_ground);
+    return b.empty() ? 0.0 : double(b.r1 - b.r0 + 1) * double(b.c1 - b.c0 + 1);
+}
+
+void check_two_trials(int method, bool hard_at_ground, bool hard = true)
+{
+    auto bounded = make_hard_slope(method, hard_at_ground, hard);
     run_trial(*bounded, y1, z1, r1);
     bounded->ell_x = 20;
     run_trial(*bounded, y2, z2, r2);
     // The second trial did visit part of the mesh only.
-    const NodeBox visited = bounded->work.region;
-    EXPECT_LT(double(visited.r1 - visited.r0 + 1) * (visited.c1 - visited.c0 + 1),
-              double(bounded->num_rows) * bounded->num_cols);
+    const NodeBox visited = bounded->work.region, visit = bounded->work.visit;
+    EXPECT_LT(nodes_of(visited), double(bounded->num_rows) * bounded->num_cols);
     ASSERT_GT(bounded->factor_of_safety, 0.0f);
+    if (!hard) {
+        // Nothing lifted: the solve visits the nodes the ellipsoid cut and
+        // those the first trial dirtied, fewer than the region holds.
+        EXPECT_EQ(bounded->surface_lifted, 0);
+        EXPECT_LT(nodes_of(visit), nodes_of(visited));
+        EXPECT_GT(nodes_of(visit), 0.0);
+    }
 
     // The same two trials, the second over the whole mesh.
-    auto swept = make_hard_slope(method, hard_at_ground);
+    auto swept = make_hard_slope(method, hard_at_ground, hard);
     run_trial(*swept, y1, z1, r1);
     swept->ell_x = 20;
     forget_solver_work(swept->work);
@@ -176,7 +195,7 @@ void check_two_trials(int method, bool hard_at_ground)
     // node stays where it was last active, and a side strength ratio where
     // the side thrust was not positive, in any sweep: col_material and
     // col_shear_ratio keep values of the first trial and are left out.
-    auto fresh = make_hard_slope(method, hard_at_ground);
+    auto fresh = make_hard_slope(method, hard_at_ground, hard);
     fresh->ell_x = 20;
     run_trial(*fresh, y2, z2, r2);
     SCOPED_TRACE("against a fresh project");
@@ -186,16 +205,16 @@ void check_two_trials(int method, bool hard_at_ground)
 // Three trials, the third inside the box of the first: the nodes the second
 // dirtied are stale, those only the first reached are clean again and are
 // passed over, and the mesh ends as a fresh project's that solves the third.
-void check_three_trials(int method)
+void check_three_trials(int method, bool hard = true)
 {
-    auto bounded = make_hard_slope(method, false);
+    auto bounded = make_hard_slope(method, false, hard);
     run_trial(*bounded, y1, z1, r1);
     bounded->ell_x = 20;
     run_trial(*bounded, y2, z2, r2);
     bounded->ell_x = 14;
     run_trial(*bounded, 32, 42, 30);
     ASSERT_GT(bounded->factor_of_safety, 0.0f);
-    auto fresh = make_hard_slope(method, false);
+    auto fresh = make_hard_slope(method, false, hard);
     fresh->ell_x = 14;
     run_trial(*fresh, 32, 42, 30);
     expect_same_state(*bounded, *fresh, false);
@@ -247,10 +266,10 @@ TEST(bounded_trial, the_lateral_unbalance_is_that_of_the_last_normal_forces)
 // node by node stores: the same three trials, with a pore pressure ratio in
 // the soil and a discontinuity code at a few nodes of the slide, leave every
 // grid and result bit for bit alike either way.
-void check_dense_setup(int method)
+void check_dense_setup(int method, bool hard = true)
 {
-    auto run = [method](bool per_node) {
-        auto p = make_hard_slope(method, false);
+    auto run = [method, hard](bool per_node) {
+        auto p = make_hard_slope(method, false, hard);
         p->mat_piezo[2] = 0.25f;
         // Discontinuity 1: a weaker plain material for the nodes coded 1.
         p->mat_type[3] = 1;
@@ -268,15 +287,7 @@ void check_dense_setup(int method)
         build_ellipsoid(*p);
         for (int c = 30; c <= 34; ++c)
             p->disc_code(14, c) = 1;
-        apply_crack(*p);
-        scale_forces(*p);
-        check_surface(*p);
-        QuietPort port;
-        p->solve_interactive = 0;
-        if (method == 3 || method == 4)
-            solve_spencer_mp(*p, port);
-        else
-            solve_bishop_janbu(*p, port);
+        solve_built(*p);
         return p;
     };
     auto dense = run(false);
@@ -325,6 +336,93 @@ TEST(bounded_trial, bishop_without_a_hard_layer_at_the_ground)
 TEST(bounded_trial, morgenstern_price_without_a_hard_layer_at_the_ground)
 {
     check_two_trials(4, false);
+}
+
+// Without a hard layer no plane is lifted, and a trial's solve visits only
+// the nodes its ellipsoid cut and those the last trial dirtied: every grid
+// ends as after a sweep of the whole mesh, and as a fresh project leaves it.
+TEST(bounded_trial, bishop_without_a_hard_layer_visits_the_cut_and_the_stale_nodes_only)
+{
+    check_two_trials(1, false, false);
+    check_three_trials(1, false);
+}
+
+TEST(bounded_trial, janbu_without_a_hard_layer_visits_the_cut_and_the_stale_nodes_only)
+{
+    check_two_trials(2, false, false);
+}
+
+TEST(bounded_trial, spencer_without_a_hard_layer_visits_the_cut_and_the_stale_nodes_only)
+{
+    check_two_trials(3, false, false);
+    check_three_trials(3, false);
+}
+
+TEST(bounded_trial, morgenstern_price_without_a_hard_layer_visits_the_cut_and_the_stale_nodes_only)
+{
+    check_two_trials(4, false, false);
+    check_three_trials(4, false);
+}
+
+// A set-up stopped at a failing column (a discontinuity code with no entry in
+// the material table) leaves the mesh as the same stop in a sweep of the
+// whole mesh: beyond the stop every node not visited keeps what the first
+// trial left, and the interslice function stands where the sweep wrote it.
+void check_stop_in_setup(int method)
+{
+    auto run = [method](bool sweep) {
+        auto p = make_hard_slope(method, false, false);
+        run_trial(*p, y1, z1, r1);
+        if (sweep)
+            forget_solver_work(p->work);
+        p->ell_x = 20;
+        p->ell_y = y2;
+        p->ell_z = z2;
+        p->ell_radius = r2;
+        build_ellipsoid(*p);
+        p->disc_code(20, 40) = 99; // material 2 + 99, beyond the table
+        solve_built(*p);
+        return p;
+    };
+    auto bounded = run(false);
+    auto swept = run(true);
+    EXPECT_EQ(bounded->factor_of_safety, 0.0f);
+    ASSERT_GE(bounded->message_count, 1);
+    EXPECT_EQ(bounded->message_text[std::size_t(bounded->message_count)],
+              "ARITHMETIC FAILURE IN COLUMN  40 ROW  20 MAT'L  101"); // numbers as STR$ prints them
+    expect_same_state(*bounded, *swept, true);
+}
+
+TEST(bounded_trial, bishop_stopped_in_the_setup_leaves_the_mesh_as_a_sweep_does)
+{
+    check_stop_in_setup(1);
+}
+
+TEST(bounded_trial, spencer_stopped_in_the_setup_leaves_the_mesh_as_a_sweep_does)
+{
+    check_stop_in_setup(3);
+}
+
+TEST(bounded_trial, morgenstern_price_stopped_in_the_setup_leaves_the_mesh_as_a_sweep_does)
+{
+    check_stop_in_setup(4);
+}
+
+// The inactive nodes between the active ones of a dense row are cleared a
+// span at a time: the same grids, bit for bit, as the evaluation node by node.
+TEST(bounded_trial, bishop_dense_spans_equal_the_setup_node_by_node_without_a_lift)
+{
+    check_dense_setup(1, false);
+}
+
+TEST(bounded_trial, spencer_dense_spans_equal_the_setup_node_by_node_without_a_lift)
+{
+    check_dense_setup(3, false);
+}
+
+TEST(bounded_trial, morgenstern_price_dense_spans_equal_the_setup_node_by_node_without_a_lift)
+{
+    check_dense_setup(4, false);
 }
 
 // A hard layer at the ground lifts a node beyond every slide, so every trial
