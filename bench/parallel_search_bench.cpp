@@ -17,7 +17,10 @@
 //   tobel_bench --benchmark_filter='grid_search_memory/1/'
 //   tobel_bench --benchmark_filter='grid_search_memory/16/'
 // and compare peak_rss_MB. grid_search_memory_all_sets/16 lifts the limit
-// on working projects to the 16 threads, for what each of them costs.
+// on working projects to the 16 threads, for what each of them costs. The
+// sphere of those trials cuts half the plan; grid_search_memory_small_slides
+// searches slides of a few thousand columns on the same mesh, where a
+// working project's copy of the per-node grids is what costs.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -134,7 +137,26 @@ void machine_cores(benchmark::State& state)
     state.counters["cores_given"] = given;
 }
 
-void search_memory(benchmark::State& state, int sets)
+// A search of small slides on the same mesh: spheres tangent to Z = 14
+// under centres 10 to 12 m above the ground at Y = 50 (Z = 15) cut circles
+// about 5 m across, some 7,000 columns of the million.
+GridSearchRecord small_slide_grid()
+{
+    GridSearchRecord r;
+    r.grid_x = 50;
+    r.grid_y1 = 48;
+    r.grid_y2 = 52;
+    r.grid_z_top = 27;
+    r.grid_z_bottom = 25;
+    r.grid_ny = 4;
+    r.grid_nz = 4;
+    r.grid_tangent_z = 14;
+    r.grid_radius_step = 0.5f;
+    r.grid_aspect = 1;
+    return r;
+}
+
+void search_memory(benchmark::State& state, int sets, bool small_slides = false)
 {
     const int threads = int(state.range(0));
     auto p = bench::make_trial(1000);
@@ -143,6 +165,8 @@ void search_memory(benchmark::State& state, int sets)
     GridSearchRecord r = bench::bench_grid();
     r.grid_ny = 4;
     r.grid_nz = 4;
+    if (small_slides)
+        r = small_slide_grid();
     double seconds = 0;
     for (auto _ : state)
         seconds += search_once(*p, r);
@@ -166,9 +190,20 @@ void grid_search_memory_all_sets(benchmark::State& state)
     search_memory(state, int(state.range(0)));
 }
 
+void grid_search_memory_small_slides(benchmark::State& state)
+{
+    search_memory(state, 0, true);
+}
+
 } // namespace
 
 BENCHMARK(grid_search_threads)->Arg(1)->Arg(2)->Arg(4)->Arg(8)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(machine_cores)->Arg(2)->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(grid_search_memory)->Arg(1)->Arg(16)->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(grid_search_memory_all_sets)->Arg(16)->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(grid_search_memory_small_slides)
+    ->Arg(1)
+    ->Arg(16)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
