@@ -281,7 +281,6 @@ static void solve(Project& p, Port& port)
                 // the results of an inactive node already.
                 const bool skip_clean = trial_bounded(p);
                 const NodeBox& stale = p.work.stale;
-                const int nl = p.num_layers, si = p.sliding_index;
                 // The rows of an ellipsoid trial are set up densely, unless a
                 // node of the row needs the evaluation node by node.
                 const bool dense = skip_clean && sw.hooks == nullptr && !p.work.per_node_setup;
@@ -310,17 +309,8 @@ static void solve(Project& p, Port& port)
                             commit_dense_node(p, d, next, r, row, cs, plan_area, true, true);
                             ++next;
                             out = ColumnOutcome::active;
-                        } else if (skip_clean && !stale.has(r, c)) {
-                            const double zs = p.zgrid(r, c, si), zg = p.zgrid(r, c, nl);
-                            if (!(std::abs(zs - zg) >= 0.001)) {
-                                // The row's bookkeeping of an inactive node, and
-                                // the weight an external force may have put there.
-                                if (row.continuity != 0)
-                                    ++row.passages;
-                                row.continuity = 0;
-                                p.col_weight(r, c) = 0;
-                                continue;
-                            }
+                        } else if (skip_clean && skip_clean_node(p, r, c, stale, row, true)) {
+                            continue;
                         }
                         if (out != ColumnOutcome::active) {
                             sw.sigma_factor = l_prev;

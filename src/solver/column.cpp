@@ -330,6 +330,17 @@ void clear_inactive_span(Project& p, int r, int c0, int c1, const NodeBox& stale
     }
 }
 
+bool skip_clean_node(Project& p, int r, int c, const NodeBox& stale, ColumnRow& row, bool bishop_janbu)
+{
+    if (stale.has(r, c))
+        return false;
+    const double zs = p.zgrid(r, c, p.sliding_index), zg = p.zgrid(r, c, p.num_layers);
+    if (std::abs(zs - zg) >= 0.001)
+        return false;
+    clear_inactive_span(p, r, c, c, stale, row, bishop_janbu);
+    return true;
+}
+
 ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw, ColumnRow& row,
                               ColumnScratch& s)
 {

@@ -82,6 +82,11 @@ bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d);
 void clear_inactive_span(Project& p, int r, int c0, int c1, const NodeBox& stale, ColumnRow& row,
                          bool bishop_janbu);
 
+// A node of a bounded trial that is not stale and not cut by the surface
+// (ground and sliding surface within 0.001, or not comparable): cleared as an
+// inactive span of one, without an evaluation. False when it must be evaluated.
+bool skip_clean_node(Project& p, int r, int c, const NodeBox& stale, ColumnRow& row, bool bishop_janbu);
+
 // Stores what the dense set-up worked out for active node k of row r, as
 // evaluate_column stores it in a set-up iteration at a plain base, and leaves
 // the node's scratch for the equations. Bishop and Janbu keep the lateral

@@ -565,20 +565,9 @@ static void solve(Project& p, Port& port)
                                 commit_dense_node(p, d, next, r, row, sc, a_plan, false, sw.head_test);
                                 ++next;
                                 out = ColumnOutcome::active;
-                            } else if (bounded && !p.work.stale.has(r, c)) {
-                                const double zs = p.zgrid(r, c, si), zg = p.zgrid(r, c, nl);
-                                if (!(std::abs(zs - zg) >= 0.001)) {
-                                    // Inactive and cleared already but for the
-                                    // interslice function and the weight an
-                                    // external force may have put there.
-                                    if (row.continuity != 0)
-                                        ++row.passages;
-                                    row.continuity = 0;
-                                    p.col_weight(r, c) = 0;
-                                    p.zgrid(r, c, si + 1) = 0;
-                                    prev_active = false;
-                                    continue;
-                                }
+                            } else if (bounded && skip_clean_node(p, r, c, p.work.stale, row, false)) {
+                                prev_active = false;
+                                continue;
                             }
                             if (out != ColumnOutcome::active)
                                 out = evaluate_column(p, r, c, sw, row, sc);

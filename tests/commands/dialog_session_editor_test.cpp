@@ -8,6 +8,7 @@
 #include "commands/commands.h"
 #include "commands/dialog_session.h"
 #include "graphics/recording_surface.h"
+#include "support/opened_example.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 
@@ -15,15 +16,6 @@ namespace tobel {
 namespace {
 
 using test::ScriptedPort;
-
-Project opened(ScriptedPort& port, const char* name)
-{
-    Project p;
-    main_load(p);
-    port.files = {test::example_path(name)};
-    file_open(p, port);
-    return p;
-}
 
 // The world point at fractions (fx across, fy down) of the editor's window.
 struct World {
@@ -36,6 +28,20 @@ World at_fraction(const SectionEditor& ed, double fx, double fy)
             w.win_top - fy * (double(w.win_top) - w.win_bottom)};
 }
 
+// slope3d-new-project.tob opened, with a dialog of it open in the session.
+struct OpenForm {
+    ScriptedPort port;
+    Project p = test::opened_example(port, "slope3d-new-project.tob");
+    DialogSession s;
+    explicit OpenForm(DialogKind kind) { open_dialog(p, port, s, kind); }
+    SectionEditor& editor() { return std::get<SectionEditor>(s.form); }
+    // A left-button pointer event at a world point.
+    DialogStep pointer(PointerAction action, World at)
+    {
+        return dialog_pointer(p, port, s, action, PointerButton::left, false, at.y, at.e);
+    }
+};
+
 } // namespace
 
 // The legend stands at fractions 0.02 .. 0.32 across and 0.02 .. 0.14 down.
@@ -43,19 +49,15 @@ World at_fraction(const SectionEditor& ed, double fx, double fy)
 // its corner from 0.02 to 0.42.
 TEST(dialog_session_editor, a_left_press_on_the_legend_carries_the_legend_not_a_point)
 {
-    ScriptedPort port;
-    Project p = opened(port, "slope3d-new-project.tob");
-    DialogSession s;
-    open_dialog(p, port, s, DialogKind::sections);
-    auto& ed = std::get<SectionEditor>(s.form);
+    OpenForm f(DialogKind::sections);
+    auto& ed = f.editor();
     const int k = ed.edit_line;
     const int before = ed.npts(k);
     const World from = at_fraction(ed, 0.1, 0.05), to = at_fraction(ed, 0.5, 0.45);
-    ASSERT_EQ(dialog_pointer(p, port, s, PointerAction::down, PointerButton::left, false, from.y, from.e),
-              DialogStep::done);
+    ASSERT_EQ(f.pointer(PointerAction::down, from), DialogStep::done);
     EXPECT_TRUE(ed.legend.dragging);
-    dialog_pointer(p, port, s, PointerAction::move, PointerButton::left, false, to.y, to.e);
-    dialog_pointer(p, port, s, PointerAction::up, PointerButton::left, false, to.y, to.e);
+    f.pointer(PointerAction::move, to);
+    f.pointer(PointerAction::up, to);
     EXPECT_FALSE(ed.legend.dragging);
     EXPECT_NEAR(ed.legend.left, 0.42, 1e-5);
     EXPECT_NEAR(ed.legend.top, 0.42, 1e-5);
@@ -66,17 +68,14 @@ TEST(dialog_session_editor, a_left_press_on_the_legend_carries_the_legend_not_a_
 // last point (Y 120 in the file) appends a point.
 TEST(dialog_session_editor, a_press_beside_the_legend_reaches_the_picture)
 {
-    ScriptedPort port;
-    Project p = opened(port, "slope3d-new-project.tob");
-    DialogSession s;
-    open_dialog(p, port, s, DialogKind::sections);
-    auto& ed = std::get<SectionEditor>(s.form);
+    OpenForm f(DialogKind::sections);
+    auto& ed = f.editor();
     const int k = ed.edit_line;
     const int before = ed.npts(k);
     const World at = at_fraction(ed, 0.97, 0.5);
     ASSERT_GT(at.y, 120);
-    dialog_pointer(p, port, s, PointerAction::down, PointerButton::left, false, at.y, at.e);
-    dialog_pointer(p, port, s, PointerAction::up, PointerButton::left, false, at.y, at.e);
+    f.pointer(PointerAction::down, at);
+    f.pointer(PointerAction::up, at);
     EXPECT_FALSE(ed.legend.dragging);
     EXPECT_EQ(ed.npts(k), before + 1);
 }
@@ -84,15 +83,12 @@ TEST(dialog_session_editor, a_press_beside_the_legend_reaches_the_picture)
 // Layer 1 of section 1 has four points: the scroll limit is 4 + 10 = 14.
 TEST(dialog_session_editor, the_scroll_choice_moves_the_point_table)
 {
-    ScriptedPort port;
-    Project p = opened(port, "slope3d-new-project.tob");
-    DialogSession s;
-    open_dialog(p, port, s, DialogKind::sections);
-    auto& ed = std::get<SectionEditor>(s.form);
+    OpenForm f(DialogKind::sections);
+    auto& ed = f.editor();
     ASSERT_EQ(ed.edit_line, 1);
     ASSERT_EQ(ed.npts(1), 4);
-    EXPECT_EQ(table_scroll_max(p, ed), 14);
-    ASSERT_EQ(dialog_choose(p, port, s, 3), DialogStep::done);
+    EXPECT_EQ(table_scroll_max(f.p, ed), 14);
+    ASSERT_EQ(dialog_choose(f.p, f.port, f.s, 3), DialogStep::done);
     EXPECT_EQ(ed.table_first, 3);
     // Point 3 of layer 1 is (70, 20).
     EXPECT_EQ(table_cell_text(ed, 1, 1), "70");
@@ -102,16 +98,13 @@ TEST(dialog_session_editor, the_scroll_choice_moves_the_point_table)
 
 TEST(dialog_session_editor, the_image_point_table_takes_no_scroll)
 {
-    ScriptedPort port;
-    Project p = opened(port, "slope3d-new-project.tob");
-    port.images = {{"scan.bmp", ImageHandle{3, 200, 100}}};
-    port.files = {std::string("scan.bmp")};
-    DialogSession s;
-    open_dialog(p, port, s, DialogKind::sections);
-    ASSERT_EQ(dialog_button(p, port, s, "load-image"), DialogStep::done);
-    auto& ed = std::get<SectionEditor>(s.form);
+    OpenForm f(DialogKind::sections);
+    f.port.images = {{"scan.bmp", ImageHandle{3, 200, 100}}};
+    f.port.files = {std::string("scan.bmp")};
+    ASSERT_EQ(dialog_button(f.p, f.port, f.s, "load-image"), DialogStep::done);
+    auto& ed = f.editor();
     ASSERT_TRUE(ed.scale.open);
-    EXPECT_EQ(dialog_choose(p, port, s, 3), DialogStep::not_here);
+    EXPECT_EQ(dialog_choose(f.p, f.port, f.s, 3), DialogStep::not_here);
     EXPECT_EQ(ed.table_first, 1);
 }
 
@@ -120,14 +113,12 @@ TEST(dialog_session_editor, the_image_point_table_takes_no_scroll)
 // scroll bar stops at its maximum of 20.
 TEST(dialog_session_editor, the_rotation_arrow_follows_the_typed_angle)
 {
-    ScriptedPort port;
-    Project p = opened(port, "slope3d-new-project.tob");
-    DialogSession s;
-    open_dialog(p, port, s, DialogKind::rotation);
-    ASSERT_EQ(dialog_clear(p, port, s), DialogStep::done);
-    dialog_type(p, port, s, '3');
-    dialog_type(p, port, s, '0');
-    const auto& f = std::get<RotationForm>(s.form);
+    OpenForm open(DialogKind::rotation);
+    Project& p = open.p;
+    ASSERT_EQ(dialog_clear(p, open.port, open.s), DialogStep::done);
+    dialog_type(p, open.port, open.s, '3');
+    dialog_type(p, open.port, open.s, '0');
+    const auto& f = std::get<RotationForm>(open.s.form);
     EXPECT_EQ(f.scroll, 20);
     EXPECT_EQ(f.arrow.device_width, rotation_picture_side);
     bool tip = false;

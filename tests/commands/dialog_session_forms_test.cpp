@@ -5,6 +5,7 @@
 #include "commands/commands.h"
 #include "commands/dialog_session.h"
 #include "commands/open_project.h"
+#include "support/opened_example.h"
 #include "support/paths.h"
 #include "support/scripted_port.h"
 
@@ -12,15 +13,6 @@ namespace tobel {
 namespace {
 
 using test::ScriptedPort;
-
-Project opened(ScriptedPort& port, const char* name)
-{
-    Project p;
-    main_load(p);
-    port.files = {test::example_path(name)};
-    file_open(p, port);
-    return p;
-}
 
 // Empties the current cell and types `text` into it.
 void type_text(Project& p, Port& port, DialogSession& s, const std::string& text)
@@ -49,7 +41,7 @@ TEST(dialog_session_forms, the_new_forms_are_named_as_the_script_names_them)
 TEST(dialog_session_forms, a_plane_typed_into_the_wedge_form_is_stored_on_continue)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-wedge-joint.tob");
+    Project p = test::opened_example(port, "slope2d-wedge-joint.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::wedge);
     ASSERT_EQ(dialog_caption(s), "Wedge Sliding Surface");
@@ -73,7 +65,7 @@ TEST(dialog_session_forms, a_plane_typed_into_the_wedge_form_is_stored_on_contin
 TEST(dialog_session_forms, cancel_of_the_wedge_form_drops_what_was_typed)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-wedge-joint.tob");
+    Project p = test::opened_example(port, "slope2d-wedge-joint.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::wedge);
     dialog_select(p, port, s, 2, wedge_col_dip);
@@ -89,7 +81,7 @@ TEST(dialog_session_forms, cancel_of_the_wedge_form_drops_what_was_typed)
 TEST(dialog_session_forms, a_letter_or_a_late_minus_is_not_entered_in_a_wedge_cell)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-wedge-joint.tob");
+    Project p = test::opened_example(port, "slope2d-wedge-joint.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::wedge);
     dialog_select(p, port, s, 1, wedge_col_z);
@@ -104,7 +96,7 @@ TEST(dialog_session_forms, a_letter_or_a_late_minus_is_not_entered_in_a_wedge_ce
 TEST(dialog_session_forms, tab_from_the_last_column_goes_to_the_first_of_the_next_plane)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-wedge-joint.tob");
+    Project p = test::opened_example(port, "slope2d-wedge-joint.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::wedge);
     dialog_select(p, port, s, 1, wedge_col_code);
@@ -119,7 +111,7 @@ TEST(dialog_session_forms, tab_from_the_last_column_goes_to_the_first_of_the_nex
 TEST(dialog_session_forms, the_eleventh_plane_is_refused_with_the_limit_message)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-wedge-joint.tob");
+    Project p = test::opened_example(port, "slope2d-wedge-joint.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::wedge);
     for (int i = 0; i < 7; ++i)
@@ -136,7 +128,7 @@ TEST(dialog_session_forms, the_eleventh_plane_is_refused_with_the_limit_message)
 TEST(dialog_session_forms, the_composite_surface_goes_from_the_ellipsoid_to_the_wedge_form)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope3d-composite-seam.tob");
+    Project p = test::opened_example(port, "slope3d-composite-seam.tob");
     DialogSession s;
     open_surface_dialog(p, port, s, SurfaceCommand::composite);
     EXPECT_EQ(p.form_mode, 3);
@@ -154,7 +146,7 @@ TEST(dialog_session_forms, the_composite_surface_goes_from_the_ellipsoid_to_the_
 TEST(dialog_session_forms, cancel_of_the_composite_wedge_form_ends_the_chain)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope3d-composite-seam.tob");
+    Project p = test::opened_example(port, "slope3d-composite-seam.tob");
     DialogSession s;
     open_surface_dialog(p, port, s, SurfaceCommand::composite);
     dialog_continue(p, port, s);
@@ -168,7 +160,7 @@ TEST(dialog_session_forms, cancel_of_the_composite_wedge_form_ends_the_chain)
 TEST(dialog_session_forms, a_grid_search_set_up_stores_the_typed_counts)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-homogeneous.tob");
+    Project p = test::opened_example(port, "slope2d-homogeneous.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::grid_search);
     ASSERT_EQ(dialog_caption(s), "Grid Search");
@@ -193,7 +185,7 @@ TEST(dialog_session_forms, a_grid_search_set_up_stores_the_typed_counts)
 TEST(dialog_session_forms, the_section_x_of_a_search_moves_the_section_row_rounding_to_even)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope3d-layers-piezo-force.tob");
+    Project p = test::opened_example(port, "slope3d-layers-piezo-force.tob");
     ASSERT_EQ(p.num_rows, 41);
     ASSERT_FLOAT_EQ(p.x_min, 0.0f);
     ASSERT_FLOAT_EQ(p.x_max, 100.0f);
@@ -218,7 +210,7 @@ TEST(dialog_session_forms, the_section_x_of_a_search_moves_the_section_row_round
 TEST(dialog_session_forms, cancel_of_the_auto_search_form_drops_the_typed_step)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-homogeneous.tob");
+    Project p = test::opened_example(port, "slope2d-homogeneous.tob");
     const float step = p.auto_spacing;
     DialogSession s;
     open_dialog(p, port, s, DialogKind::auto_search);
@@ -232,7 +224,7 @@ TEST(dialog_session_forms, cancel_of_the_auto_search_form_drops_the_typed_step)
 TEST(dialog_session_forms, the_common_point_command_relabels_the_block_and_stores_the_point)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-homogeneous.tob");
+    Project p = test::opened_example(port, "slope2d-homogeneous.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::grid_search);
     ASSERT_EQ(dialog_button(p, port, s, "common"), DialogStep::done);
@@ -253,7 +245,7 @@ TEST(dialog_session_forms, the_common_point_command_relabels_the_block_and_store
 TEST(dialog_session_forms, dragging_the_upper_corner_of_the_grid_moves_its_two_cells)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-homogeneous.tob");
+    Project p = test::opened_example(port, "slope2d-homogeneous.tob");
     ASSERT_FLOAT_EQ(p.vert_exag, 1.0f);
     DialogSession s;
     open_dialog(p, port, s, DialogKind::grid_search);
@@ -273,7 +265,7 @@ TEST(dialog_session_forms, dragging_the_upper_corner_of_the_grid_moves_its_two_c
 TEST(dialog_session_forms, the_composite_grid_search_leads_to_the_wedge_form_and_names_its_picture)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope3d-composite-seam.tob");
+    Project p = test::opened_example(port, "slope3d-composite-seam.tob");
     DialogSession s;
     open_search_dialog(p, port, s, true, true);
     EXPECT_EQ(p.form_mode, 5);
@@ -291,7 +283,7 @@ TEST(dialog_session_forms, the_composite_grid_search_leads_to_the_wedge_form_and
 TEST(dialog_session_forms, the_composite_auto_search_opens_in_form_mode_6)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope3d-composite-seam.tob");
+    Project p = test::opened_example(port, "slope3d-composite-seam.tob");
     DialogSession s;
     open_search_dialog(p, port, s, false, true);
     EXPECT_EQ(p.form_mode, 6);
@@ -305,7 +297,7 @@ TEST(dialog_session_forms, the_composite_auto_search_opens_in_form_mode_6)
 TEST(dialog_session_forms, the_general_surface_goes_through_the_section_editor)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-general.tob");
+    Project p = test::opened_example(port, "slope2d-general.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::general);
     EXPECT_EQ(p.form_mode, 7);
@@ -328,7 +320,7 @@ TEST(dialog_session_forms, the_general_surface_goes_through_the_section_editor)
 TEST(dialog_session_forms, the_composite_general_surface_ends_in_the_wedge_form)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-general.tob");
+    Project p = test::opened_example(port, "slope2d-general.tob");
     DialogSession s;
     open_surface_dialog(p, port, s, SurfaceCommand::general_wedge);
     EXPECT_EQ(p.form_mode, 4);
@@ -345,7 +337,7 @@ TEST(dialog_session_forms, the_composite_general_surface_ends_in_the_wedge_form)
 TEST(dialog_session_forms, the_field_form_stands_over_the_general_form_and_gives_it_back)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-general.tob");
+    Project p = test::opened_example(port, "slope2d-general.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::general);
     ASSERT_EQ(dialog_button(p, port, s, "field"), DialogStep::done);
@@ -367,7 +359,7 @@ TEST(dialog_session_forms, the_field_form_stands_over_the_general_form_and_gives
 TEST(dialog_session_forms, cancel_of_the_field_form_clears_the_form_mode_of_the_general_form)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-general.tob");
+    Project p = test::opened_example(port, "slope2d-general.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::general);
     dialog_button(p, port, s, "field");
@@ -384,7 +376,7 @@ TEST(dialog_session_forms, cancel_of_the_field_form_clears_the_form_mode_of_the_
 TEST(dialog_session_forms, the_file_button_of_the_grid_file_method_asks_for_a_grid_file)
 {
     ScriptedPort port;
-    Project p = opened(port, "slope2d-general.tob");
+    Project p = test::opened_example(port, "slope2d-general.tob");
     DialogSession s;
     open_dialog(p, port, s, DialogKind::general);
     ASSERT_EQ(dialog_choose(p, port, s, 1), DialogStep::done);

@@ -24,6 +24,19 @@ Project opened_example(ScriptedPort& port)
     return test::opened_example(port, "slope2d-homogeneous.tob");
 }
 
+// A press at (y0, z0), a drag to (y1, z1) and the release there: whether the
+// press took a handle, and the form the release brings up.
+struct Drag {
+    bool took;
+    SetupDialog form;
+};
+Drag drag(Project& p, Port& port, DialogSession& s, double y0, double z0, double y1, double z1)
+{
+    const bool took = search_picture_down(p, port, s, y0, z0);
+    search_picture_move(p, port, s, y1, z1);
+    return {took, search_picture_up(p, port, s, y1, z1)};
+}
+
 TEST(search_picture, dragging_the_grid_corner_after_a_cancel_opens_the_form_with_the_moved_corner)
 {
     ScriptedPort port;
@@ -36,10 +49,10 @@ TEST(search_picture, dragging_the_grid_corner_after_a_cancel_opens_the_form_with
     ASSERT_DOUBLE_EQ(drawn_exaggeration(p), 1.0);
     // The upper left corner handle stands at (25, 70); dragged 2 m toward
     // the crest and 4 m down it stands at (27, 66).
-    EXPECT_TRUE(search_picture_down(p, port, s, 25, 70));
+    const Drag d = drag(p, port, s, 25, 70, 27, 66);
+    EXPECT_TRUE(d.took);
     ASSERT_TRUE(std::holds_alternative<GridSearchForm>(s.form));
-    search_picture_move(p, port, s, 27, 66);
-    EXPECT_EQ(search_picture_up(p, port, s, 27, 66), SetupDialog::grid_search);
+    EXPECT_EQ(d.form, SetupDialog::grid_search);
     const GridSearchRecord& r = std::get<GridSearchForm>(s.form).record;
     EXPECT_FLOAT_EQ(r.grid_y1, 27.0f);
     EXPECT_FLOAT_EQ(r.grid_z_top, 66.0f);
@@ -65,9 +78,7 @@ TEST(search_picture, a_click_away_from_the_handles_brings_up_the_form_unchanged)
     dialog_cancel(p, port, s);
     // (60, 20) is far from both corners and from the tangent handle at
     // ((25 + 41) / 2, 10) = (33, 10).
-    search_picture_down(p, port, s, 60, 20);
-    search_picture_move(p, port, s, 62, 22);
-    EXPECT_EQ(search_picture_up(p, port, s, 62, 22), SetupDialog::grid_search);
+    EXPECT_EQ(drag(p, port, s, 60, 20, 62, 22).form, SetupDialog::grid_search);
     ASSERT_TRUE(std::holds_alternative<GridSearchForm>(s.form));
     const GridSearchRecord& r = std::get<GridSearchForm>(s.form).record;
     EXPECT_FLOAT_EQ(r.grid_y1, 25.0f);
@@ -85,9 +96,9 @@ TEST(search_picture, the_tangent_handle_of_the_ellipsoid_moves_only_the_tangent_
     ASSERT_EQ(p.view_mode, 3);
     // The tangent handle stands under the centre at (45, 10); dragged to
     // (47, 12) it keeps Y (the tangent carries no Y) and takes Z = 12.
-    EXPECT_TRUE(search_picture_down(p, port, s, 45, 10));
-    search_picture_move(p, port, s, 47, 12);
-    EXPECT_EQ(search_picture_up(p, port, s, 47, 12), SetupDialog::ellipsoid);
+    const Drag d = drag(p, port, s, 45, 10, 47, 12);
+    EXPECT_TRUE(d.took);
+    EXPECT_EQ(d.form, SetupDialog::ellipsoid);
     const auto& f = std::get<EllipsoidForm>(s.form);
     EXPECT_FLOAT_EQ(f.value(field_tangent), 12.0f);
     EXPECT_FLOAT_EQ(f.value(field_y), 45.0f);
@@ -105,9 +116,7 @@ TEST(search_picture, a_press_on_an_open_form_goes_to_it_without_reopening)
     // (41, 54) to (43, 55).
     auto& g = std::get<GridSearchForm>(s.form);
     g.record.grid_ny = 9;
-    EXPECT_TRUE(search_picture_down(p, port, s, 41, 54));
-    search_picture_move(p, port, s, 43, 55);
-    search_picture_up(p, port, s, 43, 55);
+    EXPECT_TRUE(drag(p, port, s, 41, 54, 43, 55).took);
     const GridSearchRecord& r = std::get<GridSearchForm>(s.form).record;
     EXPECT_FLOAT_EQ(r.grid_ny, 9.0f);
     EXPECT_FLOAT_EQ(r.grid_y2, 43.0f);

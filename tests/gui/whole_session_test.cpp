@@ -32,6 +32,7 @@
 #include "print/report_dialogs.h"
 #include "project/numtext.h"
 #include "session_files.h"
+#include "support/form_cells.h"
 #include "views/picture_window.h"
 
 using namespace tobel;
@@ -137,11 +138,7 @@ void set_cell(QWidget* d, int row, int col, const QString& text)
 {
     auto* t = d->findChild<QTableWidget*>("cells");
     QVERIFY(t != nullptr && t->item(row, col) != nullptr);
-    QTest::mouseClick(t->viewport(), Qt::LeftButton, {}, t->visualItemRect(t->item(row, col)).center());
-    const int n = int(t->item(row, col)->text().size());
-    for (int i = 0; i < n; ++i)
-        QTest::keyClick(t, Qt::Key_Backspace);
-    QTest::keyClicks(t, text);
+    test::type_cell(t, row, col, text);
 }
 
 void click(QWidget* d, const char* name)

@@ -19,21 +19,12 @@
 #include "editor_driver.h"
 #include "graphics/section_views.h"
 #include "qt/replay.h"
+#include "support/form_cells.h"
 
 using namespace tobel;
 using tobel::test::EditorDialog;
 
-namespace {
-
-void type_cell(QTableWidget* t, int row, int col, const char* text)
-{
-    QTest::mouseClick(t->viewport(), Qt::LeftButton, {}, t->visualItemRect(t->item(row, col)).center());
-    for (int i = int(t->item(row, col)->text().size()); i > 0; --i)
-        QTest::keyClick(t, Qt::Key_Backspace);
-    QTest::keyClicks(t, text);
-}
-
-} // namespace
+using tobel::test::type_cell;
 
 class EditorScreenshotTest : public QObject {
     Q_OBJECT

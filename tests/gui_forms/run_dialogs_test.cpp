@@ -13,6 +13,7 @@
 #include "forms/form_host.h"
 #include "forms/form_picture.h"
 #include "recording_port.h"
+#include "support/form_cells.h"
 
 using namespace tobel;
 using tobel::gui::FormDialog;
@@ -21,11 +22,7 @@ namespace {
 
 void set_cell(QTableWidget* t, int row, const char* text)
 {
-    QTest::mouseClick(t->viewport(), Qt::LeftButton, {}, t->visualItemRect(t->item(row, 0)).center());
-    const int n = int(t->item(row, 0)->text().size());
-    for (int i = 0; i < n; ++i)
-        QTest::keyClick(t, Qt::Key_Backspace);
-    QTest::keyClicks(t, text);
+    test::type_cell(t, row, 0, text);
 }
 
 } // namespace
