@@ -93,6 +93,14 @@ struct SpencerColumn {
     double u = 0, coh = 0; // U = u A, C = c A
 };
 
+// What an F iteration of a Spencer or Morgenstern-Price round reads of each
+// column, one array per quantity in the order of `spencer`, so that the
+// columns' terms are worked out several at a time; and those terms.
+struct SpencerLanes {
+    std::vector<double> t, cos_g, sin_a, cos_a, tan_a, f, w, ut_c; // as in SpencerColumn
+    std::vector<double> ma, a1, a2, a3;                            // the terms of the iteration
+};
+
 struct SpencerRow {
     std::size_t begin = 0, end = 0;
     double weight = 0; // sum of W over the row's active columns
@@ -156,6 +164,8 @@ struct SolverWork {
     // trig_box at (r - r0) * (c1 - c0 + 1) + (c - c0).
     NodeBox trig_box;
     std::vector<BaseTrig> trig;
+    // The ellipsoid's scratch: Y of the region's columns less the centre's.
+    std::vector<double> column_offsets;
 
     // 4. Buffers of the solvers, kept so that a trial allocates nothing.
     std::vector<BishopColumn> bishop;
@@ -163,9 +173,12 @@ struct SolverWork {
     std::vector<std::size_t> row_end;
     std::vector<SpencerColumn> spencer;
     std::vector<SpencerRow> spencer_rows;
+    SpencerLanes spencer_lanes;
     DenseRow dense;
-    // Every set-up node by node, as beyond the ellipsoid: for comparisons.
+    // Every set-up node by node, as beyond the ellipsoid, and every Spencer
+    // or Morgenstern-Price column's terms one at a time: for comparisons.
     bool per_node_setup = false;
+    bool per_column_terms = false;
 };
 
 // Drops the record: the next trial visits the whole mesh. For every change of

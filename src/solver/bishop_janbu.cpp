@@ -1,5 +1,6 @@
 #include "solver/bishop_janbu.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -286,7 +287,15 @@ static void solve(Project& p, Port& port)
                 const bool dense = skip_clean && sw.hooks == nullptr && !p.work.per_node_setup;
                 DenseRow& d = p.work.dense;
                 const double plan_area = double(p.row_spacing) * double(p.col_spacing);
+                bool yielded = false;
                 for (int r = 1; r <= p.num_rows && !failure.failed; ++r) {
+                    // A row beyond the region has no column, and without water
+                    // thrusts nothing of it enters the sums: on a big mesh most
+                    // rows are such rows.
+                    if (!region.has_row(r) && !row_water_counts(p, r)) {
+                        row_end[std::size_t(r)] = cols.size();
+                        continue;
+                    }
                     ColumnRow row;
                     // Beyond the region every node is inactive and already cleared.
                     const int c_first = region.has_row(r) ? region.c0 : 1;
@@ -401,15 +410,23 @@ static void solve(Project& p, Port& port)
                     h_ext = h_ext + wh * cos_t + wc * cos_t;
                     p.head_water_sum = float(double(p.head_water_sum) - wh * cos_t);
                     p.crack_water_sum = float(double(p.crack_water_sum) - wc * cos_t);
+                    yielded = true;
                     if (port.yield())
                         p.solve_abort = -1;
                 }
+                if (!yielded && port.yield())
+                    p.solve_abort = -1;
                 if (!failure.failed && pass == 1)
                     p.work.swept = true;
             } else {
                 n_now.resize(cols.size());
-                std::size_t n = 0;
-                for (int r = 1; r <= p.num_rows && !failure.failed; ++r) {
+                // Only the region's rows hold columns; the interface is given
+                // way to at least once an iteration.
+                const int r_first = std::max(region.r0, 1), r_last = std::min(region.r1, int(p.num_rows));
+                if (r_first > r_last && port.yield())
+                    p.solve_abort = -1;
+                std::size_t n = r_first <= r_last ? row_end[std::size_t(r_first - 1)] : 0;
+                for (int r = r_first; r <= r_last && !failure.failed; ++r) {
                     const std::size_t end = row_end[std::size_t(r)];
                     for (; n < end; ++n) {
                         ActiveColumn& e = cols[n];

@@ -28,16 +28,22 @@ static bool clear_if_non_finite(float& x)
     return true;
 }
 
-// A scan of a row's span that the compiler can vectorise: the exponent bits
-// all set is an infinity or a NaN.
-static bool any_non_finite(const Grid2<float>& g, int r, int c0, int c1)
+// A scan that the compiler can vectorise: the exponent bits all set is an
+// infinity or a NaN.
+static bool any_non_finite(const float* x, std::size_t n)
 {
     unsigned bad = 0;
-    for (int c = c0; c <= c1; ++c) {
-        const std::uint32_t b = std::bit_cast<std::uint32_t>(g.v[g.index(r, c)]);
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::uint32_t b = std::bit_cast<std::uint32_t>(x[i]);
         bad |= unsigned((b & 0x7f800000u) == 0x7f800000u);
     }
     return bad != 0;
+}
+
+// The same over a row's span c0..c1 of a grid.
+static bool any_non_finite(const Grid2<float>& g, int r, int c0, int c1)
+{
+    return c0 <= c1 && any_non_finite(&g.v[g.index(r, c0)], std::size_t(c1 - c0 + 1));
 }
 
 NonFiniteResult clear_non_finite_results(Project& p)
@@ -72,9 +78,12 @@ NonFiniteResult clear_non_finite_results(Project& p)
         first.m = l >= 1 && l <= p.num_layers ? working_material(p, l, first.r, first.c) : l;
     }
     for (auto* v : {&p.head_water_force, &p.head_water_z, &p.crack_water_force, &p.crack_water_z, &p.row_coef,
-                    &p.row_thrust_arm})
+                    &p.row_thrust_arm}) {
+        if (!any_non_finite(v->data(), v->size()))
+            continue;
         for (float& x : *v)
             first.found = clear_if_non_finite(x) || first.found;
+    }
     for (float* x : {&p.factor_of_safety,   &p.janbu_fos,        &p.slide_weight,     &p.slide_area,
                      &p.slide_volume,       &p.lambda_coef,      &p.neg_normal_sum,   &p.ext_vertical_sum,
                      &p.ext_horizontal_sum, &p.head_water_sum,   &p.crack_water_sum,  &p.lateral_unbalance,

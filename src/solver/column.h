@@ -7,6 +7,8 @@
 // Janbu and Spencer / Morgenstern-Price the call stands.
 #pragma once
 
+#include <cmath>
+#include <cstddef>
 #include <string>
 
 #include "project/project.h"
@@ -104,6 +106,17 @@ bool column_strength(Project& p, int r, int c, int m, double sigma, bool guard_p
 // The material used at a node whose base lies in layer l: the discontinuity
 // material there, unless the layer has no strength at all.
 int working_material(const Project& p, int l, int r, int c);
+
+// Whether the water thrusts of row r may add anything to the sums of a
+// solution: a zero thrust at a finite height adds an exact zero, so a row
+// with no column and no such thrust can be passed over.
+inline bool row_water_counts(const Project& p, int r)
+{
+    const std::size_t ri = std::size_t(r);
+    return p.head_water_force[ri] != 0 || p.crack_water_force[ri] != 0 ||
+           !std::isfinite(p.head_water_z[ri]) || !std::isfinite(p.crack_water_z[ri]) ||
+           !std::isfinite(p.centre_z);
+}
 
 // Message of a solution stopped by a floating-point failure at a column.
 std::string arithmetic_failure_text(int c, int r, int m);

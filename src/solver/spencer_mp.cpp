@@ -5,6 +5,7 @@
 #include <cmath>
 #include <vector>
 
+#include "project/double2.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "report/messages.h"
@@ -122,6 +123,89 @@ static inline bool column_sums(Project& p, const SpencerColumn& e, double inv_f,
     a1s -= e.w * ct.a1;
     a3s -= e.ut_c * ct.a3 * inv_f;
     a2s += e.w * ct.a2;
+    return true;
+}
+
+// The columns' arrays for lane_terms, from `cols`; false (and nothing to
+// use) when a column's strength may change between iterations.
+static bool fill_lanes(SpencerLanes& l, const std::vector<SpencerColumn>& cols)
+{
+    const std::size_t n = cols.size();
+    for (auto* v :
+         {&l.t, &l.cos_g, &l.sin_a, &l.cos_a, &l.tan_a, &l.f, &l.w, &l.ut_c, &l.ma, &l.a1, &l.a2, &l.a3})
+        v->resize(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        const SpencerColumn& e = cols[i];
+        if (e.nonlinear)
+            return false;
+        l.t[i] = e.t;
+        l.cos_g[i] = e.cos_g;
+        l.sin_a[i] = e.sin_a;
+        l.cos_a[i] = e.cos_a;
+        l.tan_a[i] = e.tan_a;
+        l.f[i] = e.f;
+        l.w[i] = e.w;
+        l.ut_c[i] = e.ut_c;
+    }
+    return true;
+}
+
+// column_terms of every column at once, without the message of a small
+// m_alpha: the same operations in the same order, free of branches, so that
+// the compiler works out several columns in one instruction.
+static void lane_terms(SpencerLanes& l, double inv_f, double lam, double k)
+{
+    const std::size_t n = l.t.size();
+    const double *t = l.t.data(), *cg = l.cos_g.data(), *sa = l.sin_a.data(), *ca = l.cos_a.data();
+    const double *ta = l.tan_a.data(), *f = l.f.data();
+    double *ma_out = l.ma.data(), *a1 = l.a1.data(), *a2 = l.a2.data(), *a3 = l.a3.data();
+    std::size_t i = 0;
+    const Double2 kk = {k, k}, one = {1, 1};
+    for (; i + 2 <= n; i += 2) {
+        const Double2 ti = load2(t + i), cgi = load2(cg + i), sai = load2(sa + i), cai = load2(ca + i);
+        const Double2 tai = load2(ta + i), fi = load2(f + i);
+        const Double2 t_f = ti * inv_f;
+        const Double2 ma = cgi + sai * t_f;
+        const Double2 na = cgi * tai - cai * t_f;
+        const Double2 inv_d = 1 / (lam * fi * na + ma);
+        // |n_alpha| above 0.0001, as chain_terms tests it; both sides are
+        // worked out and one taken.
+        const Mask2 steep = (na > 0.0001) | (na < -0.0001);
+        store2(ma_out + i, ma);
+        store2(a1 + i, steep ? (na + k * ma) * inv_d : kk);
+        store2(a2 + i, steep ? (tai * na + ma) * inv_d : one);
+        store2(a3 + i, steep ? (sai * na + ma * cai) * inv_d : cai);
+    }
+    for (; i < n; ++i) {
+        const double t_f = t[i] * inv_f;
+        const double ma = cg[i] + sa[i] * t_f;
+        const double na = cg[i] * ta[i] - ca[i] * t_f;
+        const ChainTerms ct = chain_terms(ma, na, lam * f[i], k, sa[i], ca[i], ta[i]);
+        ma_out[i] = ma;
+        a1[i] = ct.a1;
+        a2[i] = ct.a2;
+        a3[i] = ct.a3;
+    }
+}
+
+// column_sums over the columns b..e - 1 from their lane_terms, in order, with
+// the messages; false at a column whose terms are not finite numbers, which
+// is left in `bad`.
+static bool lane_sums(Project& p, const SpencerLanes& l, const std::vector<SpencerColumn>& cols,
+                      std::size_t b, std::size_t e, double inv_f, double& a1s, double& a2s, double& a3s,
+                      std::size_t& bad)
+{
+    for (std::size_t i = b; i < e; ++i) {
+        if (std::abs(l.ma[i]) < 0.1)
+            add_message(p, m_alpha_text(l.ma[i], cols[i].c, cols[i].r, cols[i].m));
+        if (!std::isfinite(l.a1[i]) || !std::isfinite(l.a2[i]) || !std::isfinite(l.a3[i])) {
+            bad = i;
+            return false;
+        }
+        a1s -= l.w[i] * l.a1[i];
+        a3s -= l.ut_c[i] * l.a3[i] * inv_f;
+        a2s += l.w[i] * l.a2[i];
+    }
     return true;
 }
 
@@ -327,6 +411,9 @@ static void solve(Project& p, Port& port)
     float lam_f = ls.lambda;
     double lam = lam_f;
     bool last_pass = false;
+    // The column arrays of lane_terms hold the columns of `cols`; usable when
+    // no column's strength changes between iterations.
+    bool lanes_filled = false, lanes_usable = false;
     Failure failure;
 
     // The column's equations at F and lambda; in the last pass the thrust,
@@ -490,22 +577,52 @@ static void solve(Project& p, Port& port)
                 lat_moment = 0;
                 double g_sum = 0;
                 sum_a1 = 0;
-                if (i == 1 && !setup_kept)
+                if (i == 1 && !setup_kept) {
                     cols.clear();
+                    lanes_filled = false;
+                }
+                // An iteration that only sums the columns set up before works
+                // their terms out all at once.
+                bool lanes = false;
+                if (!last_pass && (i > 1 || setup_kept) && !p.work.per_column_terms) {
+                    if (!lanes_filled) {
+                        lanes_usable = fill_lanes(p.work.spencer_lanes, cols);
+                        lanes_filled = true;
+                    }
+                    lanes = lanes_usable;
+                    if (lanes)
+                        lane_terms(p.work.spencer_lanes, inv_f, lam, k);
+                }
                 if (i == 1 && setup_kept)
                     p.active_columns = std::int32_t(cols.size());
 
-                for (int r = 1; r <= num_rows; ++r) {
-                    const std::size_t ri = std::size_t(r);
-                    if (p.iteration_count == 1) {
+                if (p.iteration_count == 1)
+                    for (int r = 1; r <= num_rows; ++r) {
+                        const std::size_t ri = std::size_t(r);
                         p.head_water_force[ri] = 0;
                         p.row_thrust_arm[ri] = 0;
+                        if (!region.has_row(r))
+                            p.row_coef[ri] = 0;
                     }
+                bool yielded = false;
+                for (int r = 1; r <= num_rows; ++r) {
+                    const std::size_t ri = std::size_t(r);
+                    // A row beyond the region has no column and, without water
+                    // thrusts, adds nothing: its coefficient stays 0.
+                    if (!region.has_row(r) && !row_water_counts(p, r))
+                        continue;
                     RowState rs;
                     rs.e = -double(p.head_water_force[ri]);
                     rs.arm = p.row_thrust_arm[ri];
                     RowRange& range = rows[ri];
-                    if (i == 1 && setup_kept) {
+                    if (lanes) {
+                        std::size_t bad = 0;
+                        if (!lane_sums(p, p.work.spencer_lanes, cols, range.begin, range.end, inv_f, rs.a1,
+                                       rs.a2, rs.a3, bad)) {
+                            const SpencerColumn& e = cols[bad];
+                            failure = {true, e.c, e.r, e.m, false};
+                        }
+                    } else if (i == 1 && setup_kept) {
                         double a1s = rs.a1, a2s = rs.a2, a3s = rs.a3;
                         for (std::size_t n = range.begin; n < range.end; ++n) {
                             SpencerColumn& e = cols[n];
@@ -652,6 +769,7 @@ static void solve(Project& p, Port& port)
                     setup_at.c = num_cols;
 
                     // End of the row.
+                    yielded = true;
                     if (port.yield())
                         p.solve_abort = -1;
                     const double hwf = p.head_water_force[ri];
@@ -675,6 +793,8 @@ static void solve(Project& p, Port& port)
                     }
                     sum_a1 += rs.a1;
                 }
+                if (!failure.failed && !yielded && port.yield())
+                    p.solve_abort = -1;
                 if (i > 1)
                     p.active_columns = std::int32_t(cols.size());
                 if (i == 1 && !failure.failed) {

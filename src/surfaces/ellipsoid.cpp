@@ -44,48 +44,48 @@ static float node_y(const Project& p, int col)
     return float(double(p.y_min) + double(col - 1) * double(p.col_spacing));
 }
 
+// The first and the last node of a run y0 + (i - 1) * spacing within rl of
+// yc, from the closed form; the callers correct them with their node test.
+static double first_estimate(double yc, double rl, double y0, double spacing)
+{
+    return std::ceil((yc - rl - y0) / spacing) + 1;
+}
+
+static double last_estimate(double yc, double rl, double y0, double spacing)
+{
+    return std::floor((yc + rl - y0) / spacing) + 1;
+}
+
+// The indices 1..n with |d(i)| < rl, one by one, as one run from the first
+// to the last (a mesh whose nodes do not grow with the index).
+template <class Offset> static ColumnSpan every_within(const Offset& d, int n, double rl)
+{
+    ColumnSpan s{n + 1, 0};
+    for (int i = 1; i <= n; ++i)
+        if (std::fabs(d(i)) < rl) {
+            s.c0 = std::min(s.c0, i);
+            s.c1 = i;
+        }
+    return s.c0 <= s.c1 ? s : ColumnSpan{};
+}
+
 ColumnSpan rim_columns(const std::vector<double>& dys, int first, int last, double y0, double spacing,
                        double ey, double rl)
 {
-    if (first > last || !(rl > 0) || !(spacing > 0))
+    if (!(spacing > 0))
         return {};
-    auto in = [&](int c) { return std::fabs(dys[std::size_t(c)]) < rl; };
-    // 1. The first column past ey - rl from the closed form, within the range.
-    double lo = std::ceil((ey - rl - y0) / spacing) + 1;
-    if (!(lo == lo))
-        lo = first;
-    int c0 = int(std::clamp(lo, double(first), double(last)));
-    // 2. Corrected with the test itself, which the rounding of the node
-    // coordinates may move by a column.
-    if (in(c0)) {
-        while (c0 > first && in(c0 - 1))
-            --c0;
-    } else if (dys[std::size_t(c0)] < 0) {
-        while (c0 <= last && !in(c0))
-            ++c0;
-        if (c0 > last)
-            return {};
-    } else {
-        while (c0 >= first && !in(c0))
-            --c0;
-        if (c0 < first)
-            return {};
-        while (c0 > first && in(c0 - 1))
-            --c0;
-    }
-    // 3. The last column before ey + rl, likewise, from c0 on.
-    double hi = std::floor((ey + rl - y0) / spacing) + 1;
-    if (!(hi == hi))
-        hi = c0;
-    int c1 = int(std::clamp(hi, double(c0), double(last)));
-    if (in(c1)) {
-        while (c1 < last && in(c1 + 1))
-            ++c1;
-    } else {
-        while (!in(c1))
-            --c1;
-    }
-    return {c0, c1};
+    return span_within([&](int c) { return dys[std::size_t(c)]; }, first, last,
+                       first_estimate(ey, rl, y0, spacing), last_estimate(ey, rl, y0, spacing), rl);
+}
+
+// out[i] = quick_atan(y[i] / x[i]), or of y[i] alone without x, two at a time.
+static void arc_tangents(const double* y, const double* x, double* out, std::size_t n)
+{
+    std::size_t i = 0;
+    for (; i + 2 <= n; i += 2)
+        store2(out + i, quick_atan2(x != nullptr ? load2(y + i) / load2(x + i) : load2(y + i)));
+    for (; i < n; ++i)
+        out[i] = quick_atan(x != nullptr ? y[i] / x[i] : y[i]);
 }
 
 void build_ellipsoid(Project& p)
@@ -98,27 +98,29 @@ void build_ellipsoid(Project& p)
     const double ex = p.ell_x, ey = p.ell_y, ez = p.ell_z;
     const bool two_d = rows == 1;
 
-    // Everything that depends on the column alone is worked out once; every
-    // search trial comes through here, over meshes of up to 3000 x 3000.
-    std::vector<float> ys(std::size_t(cols) + 1, 0.0f);
-    std::vector<double> dys(std::size_t(cols) + 1, 0.0);
-    // The rows and columns within the rim: no node beyond them is cut.
-    NodeBox slide{rows + 1, 0, cols + 1, 0};
-    for (int col = 1; col <= cols; ++col) {
-        ys[std::size_t(col)] = node_y(p, col);
-        dys[std::size_t(col)] = double(ys[std::size_t(col)]) - ey;
-        if (std::fabs(dys[std::size_t(col)]) < r) {
-            slide.c0 = std::min(slide.c0, col);
-            slide.c1 = col;
-        }
+    // The rows and columns within the rim: no node beyond them is cut. Every
+    // search trial comes through here, over meshes of up to 3000 x 3000, so
+    // they come from the closed form, checked against the nodes' test, rather
+    // than from a pass over the mesh.
+    NodeBox slide{};
+    {
+        const double ys0 = p.y_min, ysp = p.col_spacing, xs0 = p.x_min, xsp = p.row_spacing;
+        const auto dy = [&](int col) { return double(node_y(p, col)) - ey; };
+        const auto dx = [&](int row) { return double(node_x(p, row)) - ex; };
+        const double ra = r * a;
+        ColumnSpan cs, rs;
+        if (ysp > 0)
+            cs = span_within(dy, 1, cols, first_estimate(ey, r, ys0, ysp), last_estimate(ey, r, ys0, ysp), r);
+        else // nodes that do not grow with the column: each is tested
+            cs = every_within(dy, cols, r);
+        if (xsp > 0)
+            rs = span_within(dx, 1, rows, first_estimate(ex, ra, xs0, xsp), last_estimate(ex, ra, xs0, xsp),
+                             ra);
+        else
+            rs = every_within(dx, rows, ra);
+        if (!cs.empty() && !rs.empty())
+            slide = NodeBox{rs.c0, rs.c1, cs.c0, cs.c1};
     }
-    for (int row = 1; row <= rows; ++row)
-        if (std::fabs(ex - double(node_x(p, row))) < r * a) {
-            slide.r0 = std::min(slide.r0, row);
-            slide.r1 = row;
-        }
-    if (slide.empty())
-        slide = NodeBox{};
 
     // A trial visits its slide and what the last trial left; a sweep of the
     // whole mesh when nothing is known of the nodes beyond.
@@ -141,6 +143,13 @@ void build_ellipsoid(Project& p)
     if (bounded)
         w.dirty = w.region;
     const NodeBox& region = w.region;
+    // The offsets of the region's columns from the centre, worked out once.
+    const int dys0 = region.c0 <= region.c1 ? region.c0 : 1;
+    std::vector<double>& dys = w.column_offsets;
+    dys.resize(std::size_t(std::max(region.c1 - dys0 + 1, 0)));
+    for (int col = dys0; col <= region.c1; ++col)
+        dys[std::size_t(col - dys0)] = double(node_y(p, col)) - ey;
+    const auto dy_at = [&](int col) { return dys[std::size_t(col - dys0)]; };
 
     // The base trigonometry of every node of the slide, for the solver.
     w.trig_box = slide;
@@ -175,8 +184,11 @@ void build_ellipsoid(Project& p)
         const double slope_x = two_d ? 0.0 : ((-dx) / a) / std::sqrt(k - dx * dx);
         // 2. The columns within the rim of this row's circle, from its closed
         // form; those beyond it are rewritten only where stale.
+        const double y0 = p.y_min, spacing = p.col_spacing;
         const ColumnSpan in =
-            rim_columns(dys, region.c0, region.c1, double(p.y_min), double(p.col_spacing), ey, rl);
+            spacing > 0 ? span_within(dy_at, region.c0, region.c1, first_estimate(ey, rl, y0, spacing),
+                                      last_estimate(ey, rl, y0, spacing), rl)
+                        : ColumnSpan{};
         if (in.empty()) {
             clear_stale(row, region.c0, region.c1);
             continue;
@@ -186,7 +198,7 @@ void build_ellipsoid(Project& p)
         // 3. The nodes within the rim: the elevation, and which are cut.
         std::size_t n = 0;
         for (int col = in.c0; col <= in.c1; ++col) {
-            const double dy = dys[std::size_t(col)];
+            const double dy = dy_at(col);
             const float z = float(ez - std::sqrt(rl * rl - dy * dy));
             // Above the ground the slopes would be overwritten: no need to work
             // them out, and a node that is not stale holds the ground already.
@@ -206,12 +218,11 @@ void build_ellipsoid(Project& p)
         // the long chain of each node's divisions overlaps with its neighbours'.
         const std::size_t trig_row = std::size_t(row - slide.r0) * trig_cols;
         for (std::size_t i = 0; i < n; ++i) {
-            const double t = dys[std::size_t(cut_cols[i])] / rl;
-            const double ct = std::sqrt(1.0 - t * t);
+            const double t = dy_at(cut_cols[i]) / rl;
             sin_y[i] = t;
-            cos_y[i] = ct;
-            dip[i] = quick_atan(t / ct);
+            cos_y[i] = std::sqrt(1.0 - t * t);
         }
+        arc_tangents(sin_y.data(), cos_y.data(), dip.data(), n);
         for (std::size_t i = 0; i < n; ++i) {
             const int col = cut_cols[i];
             const double t = sin_y[i], ct = cos_y[i];
@@ -241,8 +252,7 @@ void build_ellipsoid(Project& p)
         }
         if (two_d)
             continue;
-        for (std::size_t i = 0; i < n; ++i)
-            dip[i] = quick_atan(slope[i]);
+        arc_tangents(slope.data(), nullptr, dip.data(), n);
         for (std::size_t i = 0; i < n; ++i) {
             const int col = cut_cols[i];
             BaseTrig& e = w.trig[trig_row + std::size_t(col - slide.c0)];
@@ -271,7 +281,7 @@ void build_ellipsoid(Project& p)
     if (rows >= 1)
         p.cur_x = node_x(p, rows);
     if (rows >= 1 && cols >= 1)
-        p.cur_y = ys[std::size_t(cols)];
+        p.cur_y = node_y(p, cols);
 
     p.centre_y = p.ell_y;
     p.centre_z = p.ell_z;

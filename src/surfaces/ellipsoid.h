@@ -2,6 +2,8 @@
 // revolution about an axis parallel to X, cut from the ground.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "project/project.h"
@@ -21,11 +23,54 @@ struct ColumnSpan {
     bool empty() const { return c0 > c1; }
 };
 
+// The indices i of first..last with |d(i)| < rl, where d(i), the offset of
+// node i from a centre, grows with i: from the closed form's estimates lo and
+// hi of the first and the last, corrected with the test itself, so that a
+// node exactly on the rim stays outside as the node test has it. The nodes
+// within form one run, as d grows.
+template <class Offset>
+ColumnSpan span_within(const Offset& d, int first, int last, double lo, double hi, double rl)
+{
+    if (first > last || !(rl > 0))
+        return {};
+    auto in = [&](int c) { return std::fabs(d(c)) < rl; };
+    // 1. The first index, from the estimate within the range.
+    if (!(lo == lo))
+        lo = first;
+    int c0 = int(std::clamp(lo, double(first), double(last)));
+    if (in(c0)) {
+        while (c0 > first && in(c0 - 1))
+            --c0;
+    } else if (d(c0) < 0) {
+        while (c0 <= last && !in(c0))
+            ++c0;
+        if (c0 > last)
+            return {};
+    } else {
+        while (c0 >= first && !in(c0))
+            --c0;
+        if (c0 < first)
+            return {};
+        while (c0 > first && in(c0 - 1))
+            --c0;
+    }
+    // 2. The last, likewise, from c0 on.
+    if (!(hi == hi))
+        hi = c0;
+    int c1 = int(std::clamp(hi, double(c0), double(last)));
+    if (in(c1)) {
+        while (c1 < last && in(c1 + 1))
+            ++c1;
+    } else {
+        while (!in(c1))
+            --c1;
+    }
+    return {c0, c1};
+}
+
 // The columns of first..last whose node lies within a circle of radius rl
-// about ey on a row: |dys[c]| < rl, dys[c] the node's Y less ey, which grows
-// with c, for nodes y0 + (c - 1) * spacing. From the closed form ey - rl <
-// y < ey + rl, checked against dys, so that a node exactly on the rim stays
-// outside as the node test has it.
+// about ey on a row: |dys[c]| < rl, dys[c] the node's Y less ey, for nodes
+// y0 + (c - 1) * spacing.
 ColumnSpan rim_columns(const std::vector<double>& dys, int first, int last, double y0, double spacing,
                        double ey, double rl);
 

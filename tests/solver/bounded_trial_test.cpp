@@ -28,7 +28,7 @@ namespace {
 // from 10 at Y = 20 to 30 at Y = 60. Layer 1 (friction 85: a hard layer)
 // lies 6 m under the ground, except beyond X = 34, where its top is the
 // ground itself, far from every slide below; layer 2 is the soil.
-std::unique_ptr<Project> make_hard_slope(int method, bool hard_at_ground, bool hard = true)
+std::unique_ptr<Project> make_hard_slope(int method, bool hard_at_ground, bool hard = true, int rows = 41)
 {
     auto p = std::make_unique<Project>();
     set_defaults(*p);
@@ -38,9 +38,9 @@ std::unique_ptr<Project> make_hard_slope(int method, bool hard_at_ground, bool h
     p->search.running = -1;
     p->num_layers = 2;
     derive_counts(*p);
-    p->num_rows = 41;
+    p->num_rows = int16(rows);
     p->num_cols = 81;
-    p->x_max = 40;
+    p->x_max = float(rows - 1);
     p->y_max = 80;
     redim_grids(*p);
     p->row_spacing = 1;
@@ -162,9 +162,9 @@ double nodes_of(const NodeBox& b)
     return b.empty() ? 0.0 : double(b.r1 - b.r0 + 1) * double(b.c1 - b.c0 + 1);
 }
 
-void check_two_trials(int method, bool hard_at_ground, bool hard = true)
+void check_two_trials(int method, bool hard_at_ground, bool hard = true, int rows = 41)
 {
-    auto bounded = make_hard_slope(method, hard_at_ground, hard);
+    auto bounded = make_hard_slope(method, hard_at_ground, hard, rows);
     run_trial(*bounded, y1, z1, r1);
     bounded->ell_x = 20;
     run_trial(*bounded, y2, z2, r2);
@@ -181,7 +181,7 @@ void check_two_trials(int method, bool hard_at_ground, bool hard = true)
     }
 
     // The same two trials, the second over the whole mesh.
-    auto swept = make_hard_slope(method, hard_at_ground, hard);
+    auto swept = make_hard_slope(method, hard_at_ground, hard, rows);
     run_trial(*swept, y1, z1, r1);
     swept->ell_x = 20;
     forget_solver_work(swept->work);
@@ -195,11 +195,21 @@ void check_two_trials(int method, bool hard_at_ground, bool hard = true)
     // node stays where it was last active, and a side strength ratio where
     // the side thrust was not positive, in any sweep: col_material and
     // col_shear_ratio keep values of the first trial and are left out.
-    auto fresh = make_hard_slope(method, hard_at_ground, hard);
+    auto fresh = make_hard_slope(method, hard_at_ground, hard, rows);
     fresh->ell_x = 20;
     run_trial(*fresh, y2, z2, r2);
     SCOPED_TRACE("against a fresh project");
     expect_same_state(*bounded, *fresh, false);
+}
+
+// The first two trials of the sequences below, the second further across;
+// the third of each is centred at X = 14.
+void run_first_two(Project& p)
+{
+    run_trial(p, y1, z1, r1);
+    p.ell_x = 20;
+    run_trial(p, y2, z2, r2);
+    p.ell_x = 14;
 }
 
 // Three trials, the third inside the box of the first: the nodes the second
@@ -208,16 +218,82 @@ void check_two_trials(int method, bool hard_at_ground, bool hard = true)
 void check_three_trials(int method, bool hard = true)
 {
     auto bounded = make_hard_slope(method, false, hard);
-    run_trial(*bounded, y1, z1, r1);
-    bounded->ell_x = 20;
-    run_trial(*bounded, y2, z2, r2);
-    bounded->ell_x = 14;
+    run_first_two(*bounded);
     run_trial(*bounded, 32, 42, 30);
     ASSERT_GT(bounded->factor_of_safety, 0.0f);
     auto fresh = make_hard_slope(method, false, hard);
     fresh->ell_x = 14;
     run_trial(*fresh, 32, 42, 30);
     expect_same_state(*bounded, *fresh, false);
+}
+
+// A mesh three times as wide: most rows lie beyond both slides, and the
+// solvers pass them over, water thrusts and all, as a sweep would leave them.
+TEST(bounded_trial, bishop_passes_over_the_rows_beyond_the_slide)
+{
+    check_two_trials(1, false, false, 121);
+}
+
+TEST(bounded_trial, spencer_passes_over_the_rows_beyond_the_slide)
+{
+    check_two_trials(3, false, false, 121);
+}
+
+TEST(bounded_trial, morgenstern_price_passes_over_the_rows_beyond_the_slide)
+{
+    check_two_trials(4, false, true, 121);
+}
+
+// Water thrust standing in a row beyond the slide (put there by hand: no
+// surface of the system leaves one there) still enters the sums of a bounded
+// trial, as it does those of a sweep.
+void check_water_beyond_the_slide(int method)
+{
+    auto second = [&](Project& p, bool sweep, bool water) {
+        p.ell_x = 20;
+        p.ell_y = y2;
+        p.ell_z = z2;
+        p.ell_radius = r2;
+        if (sweep)
+            forget_solver_work(p.work);
+        build_ellipsoid(p);
+        QuietPort port;
+        apply_crack(p);
+        scale_forces(p);
+        check_surface(p);
+        // The bounded trial leaves the row alone.
+        if (!sweep) {
+            ASSERT_FALSE(p.work.visit.has_row(110));
+        }
+        if (water) {
+            p.crack_water_force[110] = 500;
+            p.crack_water_z[110] = 12;
+        }
+        if (method == 1)
+            solve_bishop_janbu(p, port);
+        else
+            solve_spencer_mp(p, port);
+    };
+    std::unique_ptr<Project> runs[3];
+    for (int k = 0; k < 3; ++k) {
+        runs[k] = make_hard_slope(method, false, false, 121);
+        run_trial(*runs[k], y1, z1, r1);
+        second(*runs[k], k == 1, k != 2);
+    }
+    expect_same_state(*runs[0], *runs[1], true);
+    // The thrust did count.
+    EXPECT_NE(runs[0]->factor_of_safety, runs[2]->factor_of_safety);
+    EXPECT_GT(runs[0]->factor_of_safety, 0.0f);
+}
+
+TEST(bounded_trial, bishop_counts_water_in_a_row_beyond_the_slide)
+{
+    check_water_beyond_the_slide(1);
+}
+
+TEST(bounded_trial, spencer_counts_water_in_a_row_beyond_the_slide)
+{
+    check_water_beyond_the_slide(3);
 }
 
 TEST(bounded_trial, bishop_after_two_trials_of_other_extents)
@@ -277,10 +353,7 @@ void check_dense_setup(int method, bool hard = true)
         p->mat_cohesion[3] = 2;
         p->mat_phi[3] = 15;
         p->work.per_node_setup = per_node;
-        run_trial(*p, y1, z1, r1);
-        p->ell_x = 20;
-        run_trial(*p, y2, z2, r2);
-        p->ell_x = 14;
+        run_first_two(*p);
         p->ell_y = 32;
         p->ell_z = 42;
         p->ell_radius = 30;
@@ -311,6 +384,44 @@ TEST(bounded_trial, janbu_dense_setup_equals_the_setup_node_by_node)
 TEST(bounded_trial, spencer_dense_setup_equals_the_setup_node_by_node)
 {
     check_dense_setup(3);
+}
+
+// Spencer's and Morgenstern-Price's iterations work the columns' terms out
+// two at a time; one at a time they are the same bit for bit, over three
+// trials of a search, with and without a hard layer.
+void check_column_terms(int method, bool hard)
+{
+    auto run = [method, hard](bool one_at_a_time) {
+        auto p = make_hard_slope(method, false, hard);
+        p->mat_piezo[2] = 0.25f;
+        p->work.per_column_terms = one_at_a_time;
+        run_first_two(*p);
+        run_trial(*p, 32, 42, 30);
+        return p;
+    };
+    auto pairs = run(false);
+    auto single = run(true);
+    ASSERT_GT(pairs->factor_of_safety, 0.0f);
+    // Enough iterations to have been worked out in pairs at all.
+    EXPECT_GT(pairs->iteration_count, 2);
+    expect_same_state(*pairs, *single, true);
+    EXPECT_EQ(pairs->iteration_count, single->iteration_count);
+    EXPECT_EQ(pairs->moment_shear, single->moment_shear);
+    EXPECT_EQ(pairs->moment_other, single->moment_other);
+    for (int i = 1; i <= pairs->message_count; ++i)
+        EXPECT_EQ(pairs->message_text[std::size_t(i)], single->message_text[std::size_t(i)]);
+}
+
+TEST(bounded_trial, spencer_terms_in_pairs_equal_the_terms_one_at_a_time)
+{
+    check_column_terms(3, false);
+    check_column_terms(3, true);
+}
+
+TEST(bounded_trial, morgenstern_price_terms_in_pairs_equal_the_terms_one_at_a_time)
+{
+    check_column_terms(4, false);
+    check_column_terms(4, true);
 }
 
 TEST(bounded_trial, morgenstern_price_with_a_hard_layer_at_the_ground_and_a_crack_by_depth)

@@ -3,7 +3,12 @@
 // rounds, and dips that are those of the description's formulas.
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <vector>
 
 #include "surface_fixture.h"
 #include "surfaces/base_trig.h"
@@ -88,6 +93,61 @@ TEST(base_trig, quick_arc_tangent_of_an_eighth_is_the_library_angle)
 // the row. Every node must get, bit for bit, what the steps give node by node:
 // the quick arc tangents (the library's near a tie) and the angle sums of the
 // rounded dips. Three ellipsoids one after another over a sloping ground.
+TEST(base_trig, quick_arc_tangent_of_two_lanes_is_that_of_each_bit_for_bit)
+{
+    auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
+    std::vector<double> xs = {0.0,
+                              -0.0,
+                              1.0,
+                              -1.0,
+                              std::nextafter(1.0, 2.0),
+                              std::nextafter(1.0, 0.0),
+                              1.0 / 16,
+                              3.0 / 16,
+                              15.0 / 16,
+                              16.0,
+                              1e-310,
+                              1e299,
+                              2e300,
+                              -3e300,
+                              std::numeric_limits<double>::infinity(),
+                              -std::numeric_limits<double>::infinity(),
+                              std::numeric_limits<double>::quiet_NaN()};
+    // The midpoints between the tabulated tangents, where k changes, and
+    // their neighbours; then values over every magnitude, both signs.
+    for (int k = 0; k < 8; ++k) {
+        const double m = (2 * k + 1) / 16.0;
+        for (double x : {m, std::nextafter(m, 0.0), std::nextafter(m, 1.0)}) {
+            xs.push_back(x);
+            xs.push_back(1 / x);
+        }
+    }
+    std::mt19937_64 gen(7);
+    std::uniform_real_distribution<double> exponent(-30, 30), mantissa(1, 10);
+    for (int i = 0; i < 20000; ++i) {
+        const double x = mantissa(gen) * std::pow(10.0, exponent(gen));
+        xs.push_back(i % 2 == 0 ? x : -x);
+    }
+    int compared = 0;
+    for (std::size_t i = 0; i < xs.size(); ++i)
+        for (std::size_t j : {i, (i * 7 + 3) % xs.size()}) {
+            const Double2 q = quick_atan2(Double2{xs[i], xs[j]});
+            const double a = quick_atan(xs[i]), b = quick_atan(xs[j]);
+            if (std::isnan(a)) {
+                EXPECT_TRUE(std::isnan(q[0]));
+            } else {
+                EXPECT_EQ(bits(q[0]), bits(a)) << xs[i];
+            }
+            if (std::isnan(b)) {
+                EXPECT_TRUE(std::isnan(q[1]));
+            } else {
+                EXPECT_EQ(bits(q[1]), bits(b)) << xs[j];
+            }
+            ++compared;
+        }
+    EXPECT_GT(compared, 40000);
+}
+
 TEST(base_trig, the_dips_of_a_row_at_once_are_those_worked_out_node_by_node)
 {
     auto p = make_project({61, 81, 0, 30, 0, 40});

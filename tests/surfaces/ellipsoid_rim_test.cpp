@@ -2,7 +2,9 @@
 // row, from the closed form y0 +- Rl corrected by the node test |dy| < Rl.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
 #include <vector>
 
 #include "surfaces/ellipsoid.h"
@@ -72,6 +74,53 @@ TEST(ellipsoid_rim, the_rounded_node_coordinates_decide_at_the_rim)
     const ColumnSpan s = rim_columns(d, 1, 61, 0, 0.1, 0, 3);
     EXPECT_EQ(s.c0, 1);
     EXPECT_EQ(s.c1, 30);
+}
+
+// The first and the last column with |dy| < rl, node by node.
+ColumnSpan node_by_node(const std::vector<double>& d, double rl)
+{
+    ColumnSpan s{int(d.size()), 0};
+    for (int c = 1; c < int(d.size()); ++c)
+        if (std::fabs(d[std::size_t(c)]) < rl) {
+            s.c0 = std::min(s.c0, c);
+            s.c1 = c;
+        }
+    return s;
+}
+
+TEST(ellipsoid_rim, the_closed_form_finds_the_nodes_of_the_node_test_on_any_mesh)
+{
+    // Spacings that no binary fraction holds, mesh origins off the grid, and
+    // circles centred on a node with the radius a whole number of spacings,
+    // so that nodes fall on the rim and rounding decides; also circles
+    // reaching beyond either end of the mesh.
+    std::mt19937 gen(20261124);
+    std::uniform_real_distribution<double> unit(0, 1);
+    const double spacings[] = {0.1, 0.25, 1.0 / 3, 0.7, 2.5};
+    const double origins[] = {0, -3.3, 1234.5678};
+    int checked = 0;
+    for (double s : spacings)
+        for (double y0 : origins)
+            for (int k = 0; k < 200; ++k) {
+                const int n = 300;
+                const bool on_node = k % 2 == 0;
+                const int centre_col = int(unit(gen) * 340) - 20;
+                const double ey = on_node ? double(float(y0 + double(centre_col - 1) * s))
+                                          : y0 + (unit(gen) * 340 - 20) * s;
+                const double rl = on_node ? double(1 + k % 37) * s : unit(gen) * 60 * s;
+                const auto d = column_dys(n, y0, s, ey);
+                const ColumnSpan want = node_by_node(d, rl);
+                const ColumnSpan got = rim_columns(d, 1, n, y0, s, ey, rl);
+                if (want.empty()) {
+                    EXPECT_TRUE(got.empty()) << s << " " << y0 << " " << ey << " " << rl;
+                    continue;
+                }
+                EXPECT_EQ(got.c0, want.c0) << s << " " << y0 << " " << ey << " " << rl;
+                EXPECT_EQ(got.c1, want.c1) << s << " " << y0 << " " << ey << " " << rl;
+                ++checked;
+            }
+    // Most circles cut the mesh.
+    EXPECT_GT(checked, 2000);
 }
 
 } // namespace
