@@ -76,17 +76,20 @@ GridSearchRecord slope_grid(float x)
     return r;
 }
 
-// Counts the active columns of every recorded trial.
+// Counts the active columns of every recorded trial, and the failed trials.
 class ColumnCount : public DrawHooks {
   public:
     double columns = 0;
     long trials = 0;
+    long failed = 0; // trials whose solution failed (F = 0)
     void trial_recorded(Project& p, float, float, bool tentative) override
     {
         if (tentative)
             return;
         columns += double(p.active_columns);
         ++trials;
+        if (p.search.trial.fos == 0)
+            ++failed;
     }
 };
 
@@ -125,6 +128,7 @@ void run_search(benchmark::State& state, Project& p, const GridSearchRecord& r)
     state.counters["ns_per_column"] = mean_active > 0 ? per_trial / mean_active * 1e9 : 0;
     state.counters["nodes"] = double(p.num_rows) * double(p.num_cols);
     state.counters["best_F"] = p.search.best.fos;
+    state.counters["failed_trials"] = double(port.hooks.failed);
 }
 
 void slope3d_search(benchmark::State& state)

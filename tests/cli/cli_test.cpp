@@ -297,9 +297,15 @@ TEST(cli, interrupt_stops_a_search_and_prints_the_best_so_far)
     ASSERT_NE(at, std::string::npos);
     text.replace(at, stored.size(), " 30 70 50 55 2 150 150 ");
     tobel::test::write_bytes(dir.file("long.tob"), text);
+    // Ctrl-C once the first trial is listed: the search is under way and has
+    // a best record, however long a loaded machine took to start it (a
+    // minute at most).
+    const std::string err = dir.file("err.txt");
     const std::string cmd = "sh -c '" + std::string(TOBEL_CLI) + " search " + dir.file("long.tob") +
-                            " --grid --json > " + dir.file("out.json") +
-                            " 2>/dev/null & pid=$!; sleep 1; kill -INT $pid; wait $pid; echo $?'";
+                            " --grid --json --trials > " + dir.file("out.json") + " 2> " + err +
+                            " & pid=$!; i=0; while ! grep -q \"Ellipsoid #\" " + err +
+                            " && [ $i -lt 600 ]; do sleep 0.1; i=$((i+1)); done; kill -INT $pid; wait $pid; "
+                            "echo $?'";
     FILE* f = popen(cmd.c_str(), "r");
     ASSERT_NE(f, nullptr);
     char buf[64] = {};
