@@ -39,7 +39,7 @@ struct Failure {
 
 } // namespace
 
-static void strength_terms(const Project& p, ActiveColumn& e, TanCache& tc)
+[[gnu::always_inline]] static inline void strength_terms(const Project& p, ActiveColumn& e, TanCache& tc)
 {
     const double area = e.area;
     e.u = double(p.col_pore.v[e.at]) * area;

@@ -186,7 +186,8 @@ bool column_strength(Project& p, int r, int c, int m, double sigma, bool guard_p
 
 // Weight through the layers from the top down; leaves the base layer in `l`
 // and the top of that layer in `t`.
-static double weight_down_to(const Project& p, int r, int c, double zs, int& l, double& t)
+[[gnu::always_inline]] static inline double weight_down_to(const Project& p, int r, int c, double zs, int& l,
+                                                           double& t)
 {
     double q = 0;
     l = 1;
@@ -203,8 +204,8 @@ static double weight_down_to(const Project& p, int r, int c, double zs, int& l, 
     return q;
 }
 
-static bool pore_pressure(const Project& p, int r, int c, int l, int m, const ColumnScratch& s, double q,
-                          double& u)
+[[gnu::always_inline]] static inline bool pore_pressure(const Project& p, int r, int c, int l, int m,
+                                                        const ColumnScratch& s, double q, double& u)
 {
     const float piezo = p.mat_piezo[m];
     if (piezo < 0) {
@@ -470,39 +471,6 @@ void solve_with_finite_results(Project& p, Port& port, void (*solver)(Project&, 
                                   : arithmetic_failure_text(bad.c, bad.r, bad.m));
         p.factor_of_safety = 0;
         p.janbu_fos = 0;
-    }
-}
-
-void commit_dense_node(Project& p, const DenseRow& d, std::size_t k, int r, ColumnRow& row,
-                       ColumnScratch& scratch, double plan_area, bool store_lat_slope, bool continuity_test)
-{
-    const std::size_t at = d.at[k];
-    ++p.active_columns;
-    ++row.active;
-    scratch.sin_a = d.sin_a[k];
-    scratch.cos_a = d.cos_a[k];
-    scratch.tan_b = d.tan_b[k];
-    scratch.zs = d.zs[k];
-    scratch.zg = d.zg[k];
-    scratch.layer = d.layer[k];
-    scratch.material = d.material[k];
-    p.col_cos_gamma.v[at] = d.cos_gamma[k];
-    if (store_lat_slope)
-        p.col_lat_slope.v[at] = d.lat_slope[k];
-    p.col_area.v[at] = d.area[k];
-    p.col_material.v[at] = d.layer[k];
-    p.col_pore.v[at] = d.pore[k];
-    p.col_weight.v[at] = d.weight[k];
-    scratch.weight = d.weight[k];
-    p.slide_weight = float(double(p.slide_weight) + scratch.weight);
-    p.slide_area = float(double(p.slide_area) + double(d.area[k]));
-    p.slide_volume = float(double(p.slide_volume) + (scratch.zg - scratch.zs) * plan_area);
-    p.col_phi.v[at] = d.phi[k];
-    p.col_cohesion.v[at] = d.coh[k];
-    if (continuity_test) {
-        if (row.continuity == 0 && row.passages > 0)
-            add_message(p, "SLIDING MASS IS DISCONTINUOUS IN ROW " + str(r));
-        row.continuity = 1;
     }
 }
 

@@ -11,7 +11,9 @@
 #include <cstddef>
 #include <string>
 
+#include "project/numtext.h"
 #include "project/project.h"
+#include "report/messages.h"
 #include "ui/port.h"
 
 namespace tobel {
@@ -93,9 +95,40 @@ bool skip_clean_node(Project& p, int r, int c, const NodeBox& stale, ColumnRow& 
 // evaluate_column stores it in a set-up iteration at a plain base, and leaves
 // the node's scratch for the equations. Bishop and Janbu keep the lateral
 // slope; Spencer and Morgenstern-Price skip the continuity test when they
-// solve without it.
-void commit_dense_node(Project& p, const DenseRow& d, std::size_t k, int r, ColumnRow& row,
-                       ColumnScratch& scratch, double plan_area, bool store_lat_slope, bool continuity_test);
+// solve without it. Inline: the solvers call it at every active node.
+inline void commit_dense_node(Project& p, const DenseRow& d, std::size_t k, int r, ColumnRow& row,
+                              ColumnScratch& scratch, double plan_area, bool store_lat_slope,
+                              bool continuity_test)
+{
+    const std::size_t at = d.at[k];
+    ++p.active_columns;
+    ++row.active;
+    scratch.sin_a = d.sin_a[k];
+    scratch.cos_a = d.cos_a[k];
+    scratch.tan_b = d.tan_b[k];
+    scratch.zs = d.zs[k];
+    scratch.zg = d.zg[k];
+    scratch.layer = d.layer[k];
+    scratch.material = d.material[k];
+    p.col_cos_gamma.v[at] = d.cos_gamma[k];
+    if (store_lat_slope)
+        p.col_lat_slope.v[at] = d.lat_slope[k];
+    p.col_area.v[at] = d.area[k];
+    p.col_material.v[at] = d.layer[k];
+    p.col_pore.v[at] = d.pore[k];
+    p.col_weight.v[at] = d.weight[k];
+    scratch.weight = d.weight[k];
+    p.slide_weight = float(double(p.slide_weight) + scratch.weight);
+    p.slide_area = float(double(p.slide_area) + double(d.area[k]));
+    p.slide_volume = float(double(p.slide_volume) + (scratch.zg - scratch.zs) * plan_area);
+    p.col_phi.v[at] = d.phi[k];
+    p.col_cohesion.v[at] = d.coh[k];
+    if (continuity_test) {
+        if (row.continuity == 0 && row.passages > 0)
+            add_message(p, "SLIDING MASS IS DISCONTINUOUS IN ROW " + str(r));
+        row.continuity = 1;
+    }
+}
 
 // The strength alone (col_phi, col_cohesion) of an active node whose set-up
 // is stored, for material m. `sigma` is the normal stress a non-linear base is
