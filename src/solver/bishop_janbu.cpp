@@ -271,16 +271,6 @@ static void solve(Project& p, Port& port)
 
             if (i == 1) {
                 cols.clear();
-                // No more columns than the nodes a bounded trial visits: room
-                // for them at once, rather than by doubling, which may leave
-                // twice what a big slide needs (and more while the columns
-                // are moved). Pages never written take no memory.
-                if (trial_bounded(p) && !region.empty()) {
-                    const std::size_t nodes =
-                        std::size_t(region.r1 - region.r0 + 1) * std::size_t(region.c1 - region.c0 + 1);
-                    if (cols.capacity() < nodes)
-                        cols.reserve(nodes);
-                }
                 n_now.clear();
                 ColumnSwitches sw;
                 sw.setup = true;
@@ -291,6 +281,16 @@ static void solve(Project& p, Port& port)
                 // In a bounded trial an inactive node that is not stale holds
                 // the results of an inactive node already.
                 const bool skip_clean = trial_bounded(p);
+                // No more columns than the nodes a bounded trial visits: room
+                // for them at once, rather than by doubling, which may leave
+                // twice what a big slide needs (and more while the columns
+                // are moved). Pages never written take no memory.
+                if (skip_clean && !region.empty()) {
+                    const std::size_t nodes =
+                        std::size_t(region.r1 - region.r0 + 1) * std::size_t(region.c1 - region.c0 + 1);
+                    if (cols.capacity() < nodes)
+                        cols.reserve(nodes);
+                }
                 const NodeBox& stale = p.work.stale;
                 // The rows of an ellipsoid trial are set up densely, unless a
                 // node of the row needs the evaluation node by node.

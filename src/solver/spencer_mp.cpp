@@ -94,9 +94,6 @@ static std::string m_alpha_text(double ma, int c, int r, int m)
            str(m);
 }
 
-// The equations of a column in an iteration before the last pass, where only
-// the row's sums a1, a2, a3 count: the terms of the full equations, with the
-// sums kept in registers. False when a term is not a finite number.
 // The chain terms of a column at 1 / F and lambda, with n_alpha, which the
 // last pass needs again; a small m_alpha is reported as it is met.
 struct ColumnTerms {
@@ -114,15 +111,26 @@ static inline ColumnTerms column_terms(Project& p, const SpencerColumn& e, doubl
     return {na, chain_terms(ma, na, lam * e.f, k, e.sin_a, e.cos_a, e.tan_a)};
 }
 
+// A column's part of its row's sums a1, a2, a3, from its weight W, U T - C
+// and its chain terms.
+static inline void add_to_row_sums(double w, double ut_c, const ChainTerms& ct, double inv_f, double& a1s,
+                                   double& a2s, double& a3s)
+{
+    a1s -= w * ct.a1;
+    a3s -= ut_c * ct.a3 * inv_f;
+    a2s += w * ct.a2;
+}
+
+// The equations of a column in an iteration before the last pass, where only
+// the row's sums count, kept in registers. False when a term is not a finite
+// number.
 static inline bool column_sums(Project& p, const SpencerColumn& e, double inv_f, double lam, double k,
                                double& a1s, double& a2s, double& a3s)
 {
     const ChainTerms ct = column_terms(p, e, inv_f, lam, k).ct;
     if (!std::isfinite(ct.a1) || !std::isfinite(ct.a2) || !std::isfinite(ct.a3))
         return false;
-    a1s -= e.w * ct.a1;
-    a3s -= e.ut_c * ct.a3 * inv_f;
-    a2s += e.w * ct.a2;
+    add_to_row_sums(e.w, e.ut_c, ct, inv_f, a1s, a2s, a3s);
     return true;
 }
 
@@ -198,13 +206,12 @@ static bool lane_sums(Project& p, const SpencerLanes& l, const std::vector<Spenc
     for (std::size_t i = b; i < e; ++i) {
         if (std::abs(l.ma[i]) < 0.1)
             add_message(p, m_alpha_text(l.ma[i], cols[i].c, cols[i].r, cols[i].m));
-        if (!std::isfinite(l.a1[i]) || !std::isfinite(l.a2[i]) || !std::isfinite(l.a3[i])) {
+        const ChainTerms ct{l.a1[i], l.a2[i], l.a3[i]};
+        if (!std::isfinite(ct.a1) || !std::isfinite(ct.a2) || !std::isfinite(ct.a3)) {
             bad = i;
             return false;
         }
-        a1s -= l.w[i] * l.a1[i];
-        a3s -= l.ut_c[i] * l.a3[i] * inv_f;
-        a2s += l.w[i] * l.a2[i];
+        add_to_row_sums(l.w[i], l.ut_c[i], ct, inv_f, a1s, a2s, a3s);
     }
     return true;
 }
@@ -518,9 +525,7 @@ static void solve(Project& p, Port& port)
             p.moment_shear = float(double(p.moment_shear) + (((n - e.u) * e.t + e.coh) / f_s) * qa);
             p.moment_other = float(double(p.moment_other) - e.w * (arm + k * em) + n_vert * pa);
         }
-        rs.a1 -= e.w * a1;
-        rs.a3 -= e.ut_c * a3 * inv_f;
-        rs.a2 += e.w * a2;
+        add_to_row_sums(e.w, e.ut_c, ct, inv_f, rs.a1, rs.a2, rs.a3);
         return true;
     };
 

@@ -44,18 +44,6 @@ static float node_y(const Project& p, int col)
     return float(double(p.y_min) + double(col - 1) * double(p.col_spacing));
 }
 
-// The first and the last node of a run y0 + (i - 1) * spacing within rl of
-// yc, from the closed form; the callers correct them with their node test.
-static double first_estimate(double yc, double rl, double y0, double spacing)
-{
-    return std::ceil((yc - rl - y0) / spacing) + 1;
-}
-
-static double last_estimate(double yc, double rl, double y0, double spacing)
-{
-    return std::floor((yc + rl - y0) / spacing) + 1;
-}
-
 // The indices 1..n with |d(i)| < rl, one by one, as one run from the first
 // to the last (a mesh whose nodes do not grow with the index).
 template <class Offset> static ColumnSpan every_within(const Offset& d, int n, double rl)
@@ -72,10 +60,7 @@ template <class Offset> static ColumnSpan every_within(const Offset& d, int n, d
 ColumnSpan rim_columns(const std::vector<double>& dys, int first, int last, double y0, double spacing,
                        double ey, double rl)
 {
-    if (!(spacing > 0))
-        return {};
-    return span_within([&](int c) { return dys[std::size_t(c)]; }, first, last,
-                       first_estimate(ey, rl, y0, spacing), last_estimate(ey, rl, y0, spacing), rl);
+    return span_within([&](int c) { return dys[std::size_t(c)]; }, first, last, y0, spacing, ey, rl);
 }
 
 // out[i] = quick_atan(y[i] / x[i]), or of y[i] alone without x, two at a time.
@@ -104,20 +89,15 @@ void build_ellipsoid(Project& p)
     // than from a pass over the mesh.
     NodeBox slide{};
     {
-        const double ys0 = p.y_min, ysp = p.col_spacing, xs0 = p.x_min, xsp = p.row_spacing;
+        const double ysp = p.col_spacing, xsp = p.row_spacing;
         const auto dy = [&](int col) { return double(node_y(p, col)) - ey; };
         const auto dx = [&](int row) { return double(node_x(p, row)) - ex; };
         const double ra = r * a;
-        ColumnSpan cs, rs;
-        if (ysp > 0)
-            cs = span_within(dy, 1, cols, first_estimate(ey, r, ys0, ysp), last_estimate(ey, r, ys0, ysp), r);
-        else // nodes that do not grow with the column: each is tested
-            cs = every_within(dy, cols, r);
-        if (xsp > 0)
-            rs = span_within(dx, 1, rows, first_estimate(ex, ra, xs0, xsp), last_estimate(ex, ra, xs0, xsp),
-                             ra);
-        else
-            rs = every_within(dx, rows, ra);
+        // Nodes that do not grow with the index are tested each.
+        const ColumnSpan cs =
+            ysp > 0 ? span_within(dy, 1, cols, p.y_min, ysp, ey, r) : every_within(dy, cols, r);
+        const ColumnSpan rs =
+            xsp > 0 ? span_within(dx, 1, rows, p.x_min, xsp, ex, ra) : every_within(dx, rows, ra);
         if (!cs.empty() && !rs.empty())
             slide = NodeBox{rs.c0, rs.c1, cs.c0, cs.c1};
     }
@@ -184,11 +164,7 @@ void build_ellipsoid(Project& p)
         const double slope_x = two_d ? 0.0 : ((-dx) / a) / std::sqrt(k - dx * dx);
         // 2. The columns within the rim of this row's circle, from its closed
         // form; those beyond it are rewritten only where stale.
-        const double y0 = p.y_min, spacing = p.col_spacing;
-        const ColumnSpan in =
-            spacing > 0 ? span_within(dy_at, region.c0, region.c1, first_estimate(ey, rl, y0, spacing),
-                                      last_estimate(ey, rl, y0, spacing), rl)
-                        : ColumnSpan{};
+        const ColumnSpan in = span_within(dy_at, region.c0, region.c1, p.y_min, p.col_spacing, ey, rl);
         if (in.empty()) {
             clear_stale(row, region.c0, region.c1);
             continue;

@@ -23,18 +23,21 @@ struct ColumnSpan {
     bool empty() const { return c0 > c1; }
 };
 
-// The indices i of first..last with |d(i)| < rl, where d(i), the offset of
-// node i from a centre, grows with i: from the closed form's estimates lo and
-// hi of the first and the last, corrected with the test itself, so that a
-// node exactly on the rim stays outside as the node test has it. The nodes
-// within form one run, as d grows.
+// The indices i of first..last whose node, origin + (i - 1) * spacing,
+// lies within rl of centre: |d(i)| < rl, d(i) the node's offset from the
+// centre as the caller's node test has it. From the closed form, corrected
+// with the test itself, so that a node exactly on the rim stays outside as
+// the node test has it; d grows with i, so the nodes within form one run.
+// Empty for a spacing that is not positive.
 template <class Offset>
-ColumnSpan span_within(const Offset& d, int first, int last, double lo, double hi, double rl)
+ColumnSpan span_within(const Offset& d, int first, int last, double origin, double spacing, double centre,
+                       double rl)
 {
-    if (first > last || !(rl > 0))
+    if (first > last || !(rl > 0) || !(spacing > 0))
         return {};
     auto in = [&](int c) { return std::fabs(d(c)) < rl; };
-    // 1. The first index, from the estimate within the range.
+    // 1. The first index, from the closed form within the range.
+    double lo = std::ceil((centre - rl - origin) / spacing) + 1;
     if (!(lo == lo))
         lo = first;
     int c0 = int(std::clamp(lo, double(first), double(last)));
@@ -55,6 +58,7 @@ ColumnSpan span_within(const Offset& d, int first, int last, double lo, double h
             --c0;
     }
     // 2. The last, likewise, from c0 on.
+    double hi = std::floor((centre + rl - origin) / spacing) + 1;
     if (!(hi == hi))
         hi = c0;
     int c1 = int(std::clamp(hi, double(c0), double(last)));
@@ -68,9 +72,6 @@ ColumnSpan span_within(const Offset& d, int first, int last, double lo, double h
     return {c0, c1};
 }
 
-// The columns of first..last whose node lies within a circle of radius rl
-// about ey on a row: |dys[c]| < rl, dys[c] the node's Y less ey, for nodes
-// y0 + (c - 1) * spacing.
 ColumnSpan rim_columns(const std::vector<double>& dys, int first, int last, double y0, double spacing,
                        double ey, double rl);
 
