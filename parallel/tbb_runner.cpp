@@ -7,6 +7,10 @@
 #include <oneapi/tbb/parallel_for.h>
 #include <oneapi/tbb/task_arena.h>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 namespace tobel {
 
 int all_cores()
@@ -32,6 +36,15 @@ TbbRunner::TbbRunner(int threads, int sets)
     threads_ = threads > 0 ? threads : all_cores();
     sets_ = std::min(threads_, sets > 0 ? sets : all_cores());
     arena_ = std::make_unique<Arena>(threads_);
+#ifdef __GLIBC__
+    // A working copy's grids are blocks of megabytes that its trials write
+    // only in part: they must come as fresh pages, which the system commits
+    // as they are written. glibc raises its threshold for such blocks each
+    // time one is freed, and then serves them from the heap, written whole;
+    // a fixed threshold keeps every block of 1 MB or more mapped apart.
+    if (sets_ > 1)
+        mallopt(M_MMAP_THRESHOLD, 1 << 20);
+#endif
 }
 
 TbbRunner::~TbbRunner() = default;

@@ -98,7 +98,8 @@ struct SharedList {
 // may be large is moved aside while they copy (the pictures, the input
 // sections, the search's own lists, the solver's buffers) and put back once
 // every copy is made. The calling thread leaves the project alone meanwhile,
-// so the workers copy it at once, each on its own thread.
+// so the workers copy it at once, each on its own thread. The elevations are
+// not copied: every copy takes the rows its trials come to from one snapshot.
 struct CopySource {
     Project& p;
     bool record_holds; // before anything is moved aside
@@ -106,11 +107,14 @@ struct CopySource {
     SectionTable sections;
     SearchState search;
     SolverWork work;
+    std::shared_ptr<const Grid3> elevations;
+    Grid3 zgrid;
 
     explicit CopySource(Project& project)
         : p(project), record_holds(work_record_holds(project)), pictures(std::move(project.pictures)),
           sections(std::move(project.sections)), search(std::move(project.search)),
-          work(std::move(project.work))
+          work(std::move(project.work)), elevations(std::make_shared<const Grid3>(project.zgrid)),
+          zgrid(std::move(project.zgrid))
     {
         // Moved from, the large tables are empty; the small ones keep their size.
         p.pictures = Pictures{};
@@ -120,6 +124,7 @@ struct CopySource {
         p.search.valid_only = search.valid_only;
         p.search.running = search.running;
         p.work = SolverWork{};
+        p.zgrid = Grid3{};
     }
     CopySource(const CopySource&) = delete;
     CopySource& operator=(const CopySource&) = delete;
@@ -129,6 +134,7 @@ struct CopySource {
         p.sections = std::move(sections);
         p.search = std::move(search);
         p.work = std::move(work);
+        p.zgrid = std::move(zgrid);
     }
 
     // Makes w the user's project again (a copy kept from an earlier search
@@ -142,6 +148,7 @@ struct CopySource {
             *w = p;
         else
             w = std::make_unique<Project>(p);
+        w->zgrid = grid_over_snapshot(elevations);
         if (record_holds) {
             SolverWork& k = w->work;
             k.known = true;
@@ -172,6 +179,15 @@ bool CentreQueue::run_threads(const std::vector<CentreJob>& jobs,
     for (const char made : made_)
         if (made == 0)
             ++list.copying;
+    if (list.copying > 0 && !work_record_holds(p_) && jobs.size() > 1) {
+        // Nothing is known yet of the nodes beside the slides: a copy made
+        // now would sweep the whole mesh at its first trial, and keep every
+        // page of it. The first centre is evaluated here first, and the
+        // copies are made of what it leaves.
+        RecordingPort quiet(list.cancel, &port_);
+        list.done[0] = std::make_unique<CentreOutcome>(evaluate_centre_outcome(p_, quiet, jobs[0], traces_));
+        list.next = 1;
+    }
     if (list.copying > 0)
         source = std::make_unique<CopySource>(p_);
     const CopySource* const from = source.get();

@@ -103,13 +103,14 @@ static int trace_row(const Project& p)
     return std::min<int>(p.view_row < 1 ? 1 : p.view_row, p.num_rows);
 }
 
-static std::vector<float> trace_of(const Project& p)
+static std::vector<float> trace_of(Project& p)
 {
     std::vector<float> t;
     const int r = trace_row(p);
     if (r < 1 || p.num_cols < 1)
         return t;
     t.resize(std::size_t(p.num_cols) + 1, 0.0f);
+    p.zgrid.take_rows(r, r);
     for (int c = 1; c <= p.num_cols; ++c)
         t[std::size_t(c)] = p.zgrid(r, c, p.sliding_index);
     return t;
@@ -118,6 +119,7 @@ static std::vector<float> trace_of(const Project& p)
 static void put_trace(Project& p, const std::vector<float>& t)
 {
     const int r = trace_row(p);
+    p.zgrid.take_rows(r, r);
     for (int c = 1; c <= p.num_cols; ++c)
         p.zgrid(r, c, p.sliding_index) = t[std::size_t(c)];
 }
@@ -171,7 +173,7 @@ static bool solve_surface(Project& w, Port& port, float y, float z, float radius
 }
 
 // The trial record the last solve of w gives.
-static RecordedTrial trial_of(const Project& w, float y, float z, float radius, float plot_a, bool trace)
+static RecordedTrial trial_of(Project& w, float y, float z, float radius, float plot_a, bool trace)
 {
     RecordedTrial t;
     t.fos = w.factor_of_safety;

@@ -30,6 +30,7 @@ void place_external_forces(Project& p)
             continue;
         }
         const int ri = int(r), ci = int(c);
+        p.zgrid.take_rows(ri, ri);
         const float fz = p.force_z[f];
         if (!(p.zgrid(ri, ci, nl) > p.zgrid(ri, ci, si)))
             p.force_v_ignored[f] = 1;

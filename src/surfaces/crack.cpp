@@ -89,12 +89,12 @@ static void lifted_no_slide(Project& p, const NodeBox& region)
     float sum = 0.0f;
     for (int row = scan.r0; row <= scan.r1; ++row)
         for (int col = scan.c0; col <= scan.c1; ++col) {
-            const float zg = p.zgrid(row, col, ground);
-            float zs = p.zgrid(row, col, s);
+            const float zg = p.zgrid.read(row, col, ground);
+            float zs = p.zgrid.read(row, col, s);
             if (!region.has(row, col))
                 for (int layer = 1; layer <= p.num_layers - 1; ++layer)
-                    if (hard_layer(p, layer) && zs <= p.zgrid(row, col, layer))
-                        zs = float(double(p.zgrid(row, col, layer)) + 0.01);
+                    if (hard_layer(p, layer) && zs <= p.zgrid.read(row, col, layer))
+                        zs = float(double(p.zgrid.read(row, col, layer)) + 0.01);
             sum = sum + (zg - zs);
         }
     p.no_slide = sum <= 0.0f ? 1 : 0;
@@ -195,11 +195,12 @@ void apply_crack(Project& p)
         // The thrust of the water in the crack acts on the last column
         // that carries the slide.
         const int col = first;
-        const float depth = p.zgrid(row, col - 1, ground) - p.zgrid(row, col - 1, s);
+        const float zs = p.zgrid.read(row, col - 1, s);
+        const float depth = p.zgrid.read(row, col - 1, ground) - zs;
         const float h = depth * p.crack_water_pct / 100.0f;
         const float force = h * h * p.row_spacing * p.unit_weight_water / 2.0f;
         p.crack_water_force[std::size_t(row)] = force;
-        p.crack_water_z[std::size_t(row)] = p.zgrid(row, col - 1, s) + h / 3.0f;
+        p.crack_water_z[std::size_t(row)] = zs + h / 3.0f;
     }
 }
 

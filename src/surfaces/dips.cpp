@@ -23,6 +23,7 @@ void derive_dips_in(Project& p, const NodeBox& box)
 {
     const int rows = p.num_rows, cols = p.num_cols;
     const int ground = p.num_layers, s = p.sliding_index;
+    p.zgrid.take_rows(box.r0 - 1, box.r1 + 1); // the box and its neighbours
 
     for (int row = box.r0; row <= box.r1; ++row)
         for (int col = box.c0; col <= box.c1; ++col)

@@ -13,6 +13,7 @@ namespace tobel {
 void clear_sliding_surface(Project& p)
 {
     const int k = p.sliding_index;
+    p.zgrid.take_all_rows();
     for (int row = 0; row <= p.zgrid.rows; ++row)
         for (int col = 0; col <= p.zgrid.cols; ++col)
             p.zgrid(row, col, k) = 0.0f;
@@ -123,6 +124,8 @@ void build_ellipsoid(Project& p)
     if (bounded)
         w.dirty = w.region;
     const NodeBox& region = w.region;
+    // The region and the neighbours its dips are taken from.
+    p.zgrid.take_rows(region.r0 - 1, region.r1 + 1);
     // The offsets of the region's columns from the centre, worked out once.
     const int dys0 = region.c0 <= region.c1 ? region.c0 : 1;
     std::vector<double>& dys = w.column_offsets;

@@ -8,6 +8,7 @@ namespace tobel {
 
 void find_moment_centre(Project& p)
 {
+    p.zgrid.take_all_rows();
     const int rows = p.num_rows, cols = p.num_cols;
     const int ground = p.num_layers, s = p.sliding_index;
 

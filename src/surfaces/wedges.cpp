@@ -14,6 +14,7 @@ void build_wedges(Project& p)
 {
     // Planes reach beyond any ellipsoid: the trial goes on over the whole mesh.
     forget_solver_work(p.work);
+    p.zgrid.take_all_rows();
     const int rows = p.num_rows, cols = p.num_cols;
     const int ground = p.num_layers, s = p.sliding_index;
 

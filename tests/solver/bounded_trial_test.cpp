@@ -99,9 +99,9 @@ void run_trial(Project& p, float y, float z, float radius)
     ASSERT_EQ(p.surface_out_flag, 0);
 }
 
-template <class T> bool same_bits(const std::vector<T>& a, const std::vector<T>& b)
+template <class V> bool same_bits(const V& a, const V& b)
 {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(T)) == 0;
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(a[0])) == 0;
 }
 
 // Every grid, row vector and result, bit for bit; with_kept adds the two
@@ -200,6 +200,60 @@ void check_two_trials(int method, bool hard_at_ground, bool hard = true, int row
     run_trial(*fresh, y2, z2, r2);
     SCOPED_TRACE("against a fresh project");
     expect_same_state(*bounded, *fresh, false);
+}
+
+// A search's working copy holds the elevations of a snapshot and takes a row
+// only when a trial comes to it: the trial gives what it gives on the
+// project itself, bit for bit. Without a hard layer it takes the rows of its
+// region only; a lifted plane reads the whole mesh.
+void check_copy_over_snapshot(int method, bool hard)
+{
+    auto p = make_hard_slope(method, false, hard, 121);
+    run_trial(*p, y1, z1, r1);
+    ASSERT_TRUE(work_record_holds(*p));
+    Project w = *p;
+    w.zgrid = grid_over_snapshot(std::make_shared<const Grid3>(p->zgrid));
+    w.work.stamp = mesh_stamp(w);
+    ASSERT_TRUE(work_record_holds(w));
+
+    p->ell_x = 20;
+    run_trial(*p, y2, z2, r2);
+    w.ell_x = 20;
+    run_trial(w, y2, z2, r2);
+    ASSERT_GT(w.factor_of_safety, 0.0f);
+    int taken = 0;
+    for (const char t : w.zgrid.taken)
+        taken += t != 0 ? 1 : 0;
+    if (!hard) {
+        // The region of the two slides with the neighbour rows of its dips.
+        const NodeBox region = w.work.region;
+        EXPECT_LE(taken, region.r1 - region.r0 + 3);
+        EXPECT_LT(taken, w.num_rows / 2);
+    }
+    // Every other row is the snapshot's, which beyond the region is what the
+    // project holds.
+    w.zgrid.take_all_rows();
+    expect_same_state(*p, w, true);
+}
+
+TEST(bounded_trial, bishop_on_a_copy_over_a_snapshot_takes_the_rows_of_its_region)
+{
+    check_copy_over_snapshot(1, false);
+}
+
+TEST(bounded_trial, spencer_on_a_copy_over_a_snapshot_takes_the_rows_of_its_region)
+{
+    check_copy_over_snapshot(3, false);
+}
+
+TEST(bounded_trial, morgenstern_price_with_a_hard_layer_on_a_copy_over_a_snapshot)
+{
+    check_copy_over_snapshot(4, true);
+}
+
+TEST(bounded_trial, bishop_with_a_hard_layer_on_a_copy_over_a_snapshot)
+{
+    check_copy_over_snapshot(1, true);
 }
 
 // The first two trials of the sequences below, the second further across;
