@@ -19,7 +19,7 @@
 // and compare peak_rss_MB. grid_search_memory_all_sets/16 lifts the limit
 // on working projects to the 16 threads, for what each of them costs. The
 // sphere of those trials cuts half the plan; grid_search_memory_small_slides
-// searches slides of a few thousand columns on the same mesh, where a
+// searches slides of some 65,000 columns on the same mesh, where a
 // working project costs what its slides touch: the pages of the per-node
 // grids they write and the rows of elevations they take.
 #include <benchmark/benchmark.h>
@@ -138,9 +138,10 @@ void machine_cores(benchmark::State& state)
     state.counters["cores_given"] = given;
 }
 
-// A search of small slides on the same mesh: spheres tangent to Z = 14
-// under centres 10 to 12 m above the ground at Y = 50 (Z = 15) cut circles
-// about 5 m across, some 7,000 columns of the million.
+// A search of smaller slides on the same mesh: spheres tangent to Z = 14
+// under centres 10 to 12 m above the ground at Y = 50 (Z = 15), their
+// radius stepped up as F improves; the slides solved are some 30 m across,
+// about 65,000 columns of the million.
 GridSearchRecord small_slide_grid()
 {
     GridSearchRecord r;

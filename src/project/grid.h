@@ -43,11 +43,12 @@ template <class T> struct Grid2 {
 //
 // A search's working copies of the project share the elevations: a copy
 // holds a snapshot of the user's grid, common to every copy, and takes a row
-// from it only when its trials come to that row (take_rows). The layers are
-// read by every trial and written by none, so a copy costs memory for the
-// rows of its slides, not for the mesh. A routine of a trial takes the rows
-// it reads or writes before it comes to them; a grid of the user's project
-// has no snapshot and holds every row.
+// from it only when its trials come to that row (take_rows). A trial writes
+// the sliding plane and the plane after it over its slide only, and reads
+// the layers, so a copy costs memory for the rows of its slides, not for the
+// mesh. A routine of a trial takes the rows it reads or writes before it
+// comes to them (a reader beyond them may use `read`); a grid of the user's
+// project has no snapshot and holds every row.
 struct Grid3 {
     int rows = 0;
     int cols = 0;
@@ -87,7 +88,7 @@ struct Grid3 {
     // before and perhaps written since.
     void take_rows(int r0, int r1)
     {
-        if (!snapshot)
+        if (!snapshot || v.empty())
             return;
         r0 = std::max(r0, 0);
         r1 = std::min(r1, rows);
@@ -110,6 +111,10 @@ struct Grid3 {
     // trial: an untaken row still holds what the snapshot holds.
     float read(int i, int j, int k) const
     {
+#ifdef TOBEL_CHECK_ROWS
+        if (snapshot && (i < 0 || i > rows))
+            row_not_taken(i);
+#endif
         if (snapshot && taken[std::size_t(i)] == 0)
             return (*snapshot)(i, j, k);
         return (*this)(i, j, k);

@@ -1,10 +1,11 @@
 // The storage of the per-node grids. A search's working copies of the
 // project each hold every grid of the mesh, yet their trials write only
 // their slides and most of each grid stays at zero. So the storage comes
-// zero-filled from calloc, which for a large block hands out pages the
-// system commits only once they are written, and a copy writes only the
-// pages of its source that hold other bits than zeros. A copy then costs
-// memory for what its source and its own trials set, not for the mesh.
+// zero-filled from calloc, and a copy writes only the pages of its source
+// that hold other bits than zeros. A block the C library maps apart (large
+// ones: see the search's runner) comes as pages the system commits only
+// once they are written: a copy then costs memory for what its source and
+// its own trials set, not for the mesh.
 #pragma once
 
 #include <algorithm>
@@ -19,7 +20,7 @@
 namespace tobel {
 
 // Whether the n bytes at b are all zero bits.
-inline bool zero_bytes(const unsigned char* b, std::size_t n)
+inline bool all_zero_bytes(const unsigned char* b, std::size_t n)
 {
     unsigned char any = 0;
     for (std::size_t i = 0; i < n; ++i)
@@ -41,7 +42,7 @@ template <class T> class ZeroBuffer {
     ZeroBuffer(const ZeroBuffer& o)
     {
         allocate(o.n_);
-        copy_from(o, true);
+        copy_pages(o.p_, true);
     }
     ZeroBuffer(ZeroBuffer&& o) noexcept : p_(std::exchange(o.p_, nullptr)), n_(std::exchange(o.n_, 0)) {}
     ZeroBuffer& operator=(const ZeroBuffer& o)
@@ -52,7 +53,7 @@ template <class T> class ZeroBuffer {
             ZeroBuffer t(o);
             swap(t);
         } else {
-            copy_from(o, false);
+            copy_pages(o.p_, false);
         }
         return *this;
     }
@@ -70,17 +71,22 @@ template <class T> class ZeroBuffer {
         std::swap(n_, o.n_);
     }
 
-    // n elements, all x; a new size takes fresh storage.
+    // n elements, all x; a new size takes fresh storage. Zeros are written
+    // only over pages that hold anything else.
     void assign(std::size_t n, T x)
     {
+        const T zero{};
+        const bool zeros = std::memcmp(&x, &zero, sizeof(T)) == 0;
         if (n != n_) {
             ZeroBuffer t(n);
             swap(t);
-            const T zero{};
-            if (std::memcmp(&x, &zero, sizeof(T)) == 0)
+            if (zeros)
                 return;
         }
-        std::fill(begin(), end(), x);
+        if (zeros)
+            copy_pages(nullptr, false);
+        else
+            std::fill(begin(), end(), x);
     }
 
     std::size_t size() const { return n_; }
@@ -114,13 +120,14 @@ template <class T> class ZeroBuffer {
         n_ = n;
     }
 
-    // Makes this (of o's size) bit for bit o, a page at a time: a page that
-    // is zero in o and here (as all of fresh storage is) is not written.
-    void copy_from(const ZeroBuffer& o, bool fresh)
+    // Makes this bit for bit the n_ elements at from (all zeros when null), a
+    // page at a time: a page that is zero in both (as all of fresh storage
+    // is) is not written.
+    void copy_pages(const T* from, bool fresh)
     {
         constexpr std::uintptr_t page = 4096;
         auto* d = reinterpret_cast<unsigned char*>(p_);
-        const auto* s = reinterpret_cast<const unsigned char*>(o.p_);
+        const auto* s = reinterpret_cast<const unsigned char*>(from);
         const std::size_t bytes = n_ * sizeof(T);
         std::size_t at = 0;
         while (at < bytes) {
@@ -128,9 +135,9 @@ template <class T> class ZeroBuffer {
             const std::uintptr_t next = (reinterpret_cast<std::uintptr_t>(d + at) / page + 1) * page;
             const std::size_t len = std::min<std::size_t>(
                 bytes - at, std::size_t(next - reinterpret_cast<std::uintptr_t>(d + at)));
-            if (!zero_bytes(s + at, len))
+            if (s != nullptr && !all_zero_bytes(s + at, len))
                 std::memcpy(d + at, s + at, len);
-            else if (!fresh && !zero_bytes(d + at, len))
+            else if (!fresh && !all_zero_bytes(d + at, len))
                 std::memset(d + at, 0, len);
             at += len;
         }

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <new>
 #include <thread>
 #include <utility>
 
@@ -103,18 +104,20 @@ struct SharedList {
 struct CopySource {
     Project& p;
     bool record_holds; // before anything is moved aside
+    // Made before anything is moved aside: short of memory for it, the
+    // user's project is left whole.
+    std::shared_ptr<const Grid3> elevations;
     Pictures pictures;
     SectionTable sections;
     SearchState search;
     SolverWork work;
-    std::shared_ptr<const Grid3> elevations;
     Grid3 zgrid;
 
     explicit CopySource(Project& project)
-        : p(project), record_holds(work_record_holds(project)), pictures(std::move(project.pictures)),
+        : p(project), record_holds(work_record_holds(project)),
+          elevations(std::make_shared<const Grid3>(project.zgrid)), pictures(std::move(project.pictures)),
           sections(std::move(project.sections)), search(std::move(project.search)),
-          work(std::move(project.work)), elevations(std::make_shared<const Grid3>(project.zgrid)),
-          zgrid(std::move(project.zgrid))
+          work(std::move(project.work)), zgrid(std::move(project.zgrid))
     {
         // Moved from, the large tables are empty; the small ones keep their size.
         p.pictures = Pictures{};
@@ -138,10 +141,11 @@ struct CopySource {
     }
 
     // Makes w the user's project again (a copy kept from an earlier search
-    // keeps the storage of its grids and buffers). Its grids are then those
-    // of the user's project, so what the last trial left there holds of the
-    // copy too: its first trial visits no more than the next trial on the
-    // user's project would.
+    // keeps the storage of its per-node grids and buffers; its elevations
+    // are new, over the snapshot). Its grids are then those of the user's
+    // project, so what the last trial left there holds of the copy too: its
+    // first trial visits no more than the next trial on the user's project
+    // would.
     void copy_to(std::unique_ptr<Project>& w) const
     {
         if (w)
@@ -179,17 +183,27 @@ bool CentreQueue::run_threads(const std::vector<CentreJob>& jobs,
     for (const char made : made_)
         if (made == 0)
             ++list.copying;
-    if (list.copying > 0 && !work_record_holds(p_) && jobs.size() > 1) {
+    if (list.copying > 0 && !work_record_holds(p_) && trials_may_be_bounded(p_) && jobs.size() > 2) {
         // Nothing is known yet of the nodes beside the slides: a copy made
         // now would sweep the whole mesh at its first trial, and keep every
-        // page of it. The first centre is evaluated here first, and the
-        // copies are made of what it leaves.
+        // page of it. The first centre is evaluated here first, as on one
+        // thread, and the copies are made of what it leaves.
+        if (search_check_pause(p_, port_))
+            return false;
         RecordingPort quiet(list.cancel, &port_);
         list.done[0] = std::make_unique<CentreOutcome>(evaluate_centre_outcome(p_, quiet, jobs[0], traces_));
         list.next = 1;
     }
-    if (list.copying > 0)
-        source = std::make_unique<CopySource>(p_);
+    // No copy for a worker that would find every centre taken.
+    if (list.copying > 0 && list.next + 1 < jobs.size()) {
+        try {
+            source = std::make_unique<CopySource>(p_);
+        } catch (const std::bad_alloc&) {
+            // Short of memory for the snapshot: the calling thread evaluates
+            // every centre, on the user's project, which stays whole.
+            source.reset();
+        }
+    }
     const CopySource* const from = source.get();
     const bool traces = traces_;
     auto worker = [this, &list, from, traces](int slot) {
@@ -203,7 +217,7 @@ bool CentreQueue::run_threads(const std::vector<CentreJob>& jobs,
                     std::lock_guard<std::mutex> lock(list.m);
                     wanted = !list.cancel.load() && list.next + 1 < list.jobs.size();
                 }
-                if (wanted) {
+                if (wanted && from != nullptr) {
                     from->copy_to(mine);
                     made = 1;
                 }

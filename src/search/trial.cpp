@@ -14,6 +14,7 @@
 #include "solver/validity.h"
 #include "surfaces/crack.h"
 #include "surfaces/ellipsoid.h"
+#include "surfaces/trial_region.h"
 #include "surfaces/wedges.h"
 
 namespace tobel {
@@ -185,6 +186,9 @@ static RecordedTrial trial_of(Project& w, float y, float z, float radius, float 
     t.third = plot_a;
     t.unbalance = w.lateral_unbalance;
     t.weight = w.slide_weight;
+    // The rows the tests of the result read (all of them once the record is lost).
+    const NodeBox rr = result_region(w);
+    w.zgrid.take_rows(rr.r0, rr.r1);
     t.valid = result_flaw(w) == ResultFlaw::none ? -1 : 0;
     if (trace)
         t.trace = trace_of(w);

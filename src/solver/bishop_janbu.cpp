@@ -173,6 +173,7 @@ static void solve(Project& p, Port& port)
     }
     // The nodes of the trial that may be active or hold anything to clear.
     const NodeBox region = solve_region(p);
+    p.zgrid.take_rows(region.r0, region.r1);
     TanCache tan_cache;
     const double cos_t = std::cos(theta);
     const double k = p.eq_coef;

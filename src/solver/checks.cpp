@@ -13,6 +13,7 @@ void check_surface(Project& p)
     // Row by row, the way the grids are laid out; beyond the trial's region
     // the plane lies on the ground.
     const NodeBox region = trial_region(p);
+    p.zgrid.take_rows(region.r0, region.r1);
     bool cuts = false;
     for (int r = region.r0; r <= region.r1 && !cuts; ++r)
         for (int c = region.c0; c <= region.c1; ++c)

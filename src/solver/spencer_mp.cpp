@@ -300,6 +300,7 @@ static void leave_interslice_beyond(Project& p, const Interslice& f, const NodeB
                                     const SetupPoint& at)
 {
     const int si = p.sliding_index;
+    p.zgrid.take_all_rows();
     for (int r = std::max(at.r, 1); r <= p.num_rows; ++r)
         for (int c = r == at.r ? at.c + 1 : 1; c <= p.num_cols; ++c)
             if (!region.has(r, c))
@@ -341,6 +342,7 @@ static void solve(Project& p, Port& port)
 
     // The nodes of the trial that may be active or hold anything to clear.
     const NodeBox region = solve_region(p);
+    p.zgrid.take_rows(region.r0, region.r1);
     const bool bounded = trial_bounded(p);
     const Interslice fn = interslice_function(p, method, region);
     double fmax = 0;

@@ -107,9 +107,7 @@ void build_ellipsoid(Project& p)
     // whole mesh when nothing is known of the nodes beyond.
     SolverWork& w = p.work;
     const NodeBox box = box_grown(slide, rows, cols);
-    // A crack placed by depth with a negative depth reaches beyond any slide.
-    const bool bounded = work_record_holds(p) && p.surface_kind == 1 && p.solution_method != 5 &&
-                         !(p.crack_mode == 2 && p.crack_depth < 0);
+    const bool bounded = work_record_holds(p) && trials_may_be_bounded(p);
     if (!bounded)
         w.known = false;
     w.armed = true;
@@ -124,8 +122,7 @@ void build_ellipsoid(Project& p)
     if (bounded)
         w.dirty = w.region;
     const NodeBox& region = w.region;
-    // The region and the neighbours its dips are taken from.
-    p.zgrid.take_rows(region.r0 - 1, region.r1 + 1);
+    p.zgrid.take_rows(region.r0, region.r1);
     // The offsets of the region's columns from the centre, worked out once.
     const int dys0 = region.c0 <= region.c1 ? region.c0 : 1;
     std::vector<double>& dys = w.column_offsets;

@@ -28,6 +28,11 @@ bool work_record_holds(const Project& p)
     return p.search.running != 0 && p.work.known && p.work.stamp == mesh_stamp(p);
 }
 
+bool trials_may_be_bounded(const Project& p)
+{
+    return p.surface_kind == 1 && p.solution_method != 5 && !(p.crack_mode == 2 && p.crack_depth < 0);
+}
+
 bool trial_bounded(const Project& p)
 {
     return p.work.armed && p.surface_kind == 1 && work_record_holds(p);

@@ -14,6 +14,11 @@ MeshStamp mesh_stamp(const Project& p);
 // trial leaves beside its slide. Never outside a running search.
 bool work_record_holds(const Project& p);
 
+// The trials of this project may visit part of the mesh once the record
+// holds: ellipsoids, with a method and a crack that reach no further than
+// the slide (a crack placed by a negative depth reaches beyond any slide).
+bool trials_may_be_bounded(const Project& p);
+
 // An ellipsoid of a search trial, built over a region of the mesh whose other
 // nodes hold what a trial leaves beside its slide, is being worked on.
 bool trial_bounded(const Project& p);

@@ -263,6 +263,11 @@ TEST(parallel_search, auto_search_of_3d_example_by_spencer_is_the_same_on_1_and_
     check_one_and_four("slope3d-layers-piezo-force.tob", 3, Kind::automatic);
 }
 
+TEST(parallel_search, grid_search_of_3d_example_by_morgenstern_price_is_the_same_on_1_and_4_threads)
+{
+    check_one_and_four("slope3d-layers-piezo-force.tob", 4, Kind::grid);
+}
+
 TEST(parallel_search, grid_search_of_3d_example_by_janbu_is_the_same_on_1_and_4_threads)
 {
     check_one_and_four("slope3d-layers-piezo-force.tob", 2, Kind::grid);
