@@ -123,6 +123,8 @@ ordered_json outcome_json(const CentreOutcome& o)
     j["stepped"] = o.stepped;
     j["radius_direction"] = o.radius_direction;
     j["radius_step_count"] = o.radius_step_count;
+    j["solved"] = o.solved;
+    j["solved_columns"] = o.solved_columns;
     if (o.error_number != 0)
         j["error"] = {{"number", o.error_number}, {"description", o.error_description}};
     ordered_json events = ordered_json::array();
@@ -155,6 +157,9 @@ CentreOutcome outcome_from_json(const json& j)
     o.stepped = j.at("stepped").get<bool>();
     o.radius_direction = j.at("radius_direction").get<std::int16_t>();
     o.radius_step_count = j.at("radius_step_count").get<std::int16_t>();
+    // Parts written before the counts were kept have none.
+    o.solved = j.value("solved", 0L);
+    o.solved_columns = j.value("solved_columns", 0.0);
     if (j.contains("error")) {
         o.error_number = j["error"].at("number").get<int>();
         o.error_description = j["error"].at("description").get<std::string>();

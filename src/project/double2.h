@@ -5,7 +5,12 @@
 // scalar code it stands for, so the results are the same bit for bit.
 #pragma once
 
+#include <cmath>
 #include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace tobel {
 
@@ -22,6 +27,16 @@ inline Double2 load2(const double* x)
 inline void store2(double* x, Double2 v)
 {
     std::memcpy(x, &v, sizeof v);
+}
+
+// The square roots of both lanes, each rounded as std::sqrt rounds it.
+inline Double2 sqrt2(Double2 x)
+{
+#if defined(__SSE2__)
+    return _mm_sqrt_pd(x);
+#else
+    return Double2{std::sqrt(x[0]), std::sqrt(x[1])};
+#endif
 }
 
 } // namespace tobel

@@ -43,6 +43,10 @@ struct SearchState {
     SearchRecord trial; // the last trial
     SearchRecord best;
     std::int16_t trial_count = 0;
+    // Every surface the search has solved, recorded as a trial or not, and
+    // their active columns: what its time goes on. Never saved or shown.
+    std::int64_t solved_surfaces = 0;
+    double solved_columns = 0;
     std::int16_t radius_step_count = 0;
     std::int16_t radius_direction = 1;
 

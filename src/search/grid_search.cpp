@@ -39,6 +39,8 @@ bool grid_search(Project& p, Port& port, const GridSearchRecord& r)
 {
     SearchState& s = p.search;
     s.trial_count = 0;
+    s.solved_surfaces = 0;
+    s.solved_columns = 0;
     s.summary_count = 0;
     CentreExchange* const exchange = s.exchange.get();
     const bool replays = exchange == nullptr || exchange->replays();

@@ -26,6 +26,8 @@ void init_search(Project& p)
     s.best = SearchRecord{};
     s.best_valid = SearchRecord{};
     s.trial_count = 0;
+    s.solved_surfaces = 0;
+    s.solved_columns = 0;
     s.radius_step_count = 1;
 }
 
@@ -311,6 +313,10 @@ struct CentreRun {
     Solved solve(float radius)
     {
         const bool in = solve_surface(w, port, job.y, job.z, radius);
+        if (in) {
+            ++o.solved;
+            o.solved_columns += double(w.active_columns);
+        }
         if (port.cancelled()) {
             o.cancelled = true;
             return cancelled;
@@ -420,6 +426,8 @@ CentreOutcome evaluate_centre_outcome(Project& w, RecordingPort& port, const Cen
 void replay_centre(Project& p, Port& port, const CentreOutcome& o, float plot_a, float plot_b)
 {
     SearchState& s = p.search;
+    s.solved_surfaces += o.solved;
+    s.solved_columns += o.solved_columns;
     for (const CentreEvent& e : o.events) {
         if (e.is_box)
             port.message_box(e.box.text, e.box.buttons, e.box.icon, e.box.title);

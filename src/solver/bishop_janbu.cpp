@@ -76,10 +76,11 @@ struct Factors {
 // normals of an iteration, from its normal forces n (one per column of
 // `cols`), summed in solving order and rounded column after column as the
 // iteration would have summed them. Worked out once, for the last iteration.
-static LastSums last_iteration_sums(const std::vector<ActiveColumn>& cols, const std::vector<double>& n)
+static LastSums last_iteration_sums(const std::vector<ActiveColumn>& cols, std::size_t count,
+                                    const std::vector<double>& n)
 {
     LastSums s;
-    for (std::size_t k = 0; k < cols.size(); ++k) {
+    for (std::size_t k = 0; k < count; ++k) {
         const ActiveColumn& e = cols[k];
         const double nk = n[k];
         const double b = nk * e.lat_slope;
@@ -187,8 +188,11 @@ static void solve(Project& p, Port& port)
     double l_prev = 0; // lateral factor of the last solved column
     double f = 1, j = 1;
 
-    // The buffers of the last solve, given back at the end.
+    // The buffers of the last solve, given back at the end. The columns of
+    // the pass are the first `count`: the entries beyond stay from earlier
+    // trials, so that a new column is written over one, never cleared first.
     std::vector<ActiveColumn> cols;
+    std::size_t count = 0;
     std::vector<std::size_t> row_end;
     // Normal forces of the iteration under way and of the last one completed.
     std::vector<double> n_now, n_done;
@@ -206,7 +210,7 @@ static void solve(Project& p, Port& port)
         if (!pending)
             return;
         pending = false;
-        last = last_iteration_sums(cols, n_done);
+        last = last_iteration_sums(cols, count, n_done);
         p.neg_normal_sum = last.neg;
         p.lateral_unbalance = last.ubf;
         p.thrust_positive = last.thrust_positive;
@@ -271,7 +275,7 @@ static void solve(Project& p, Port& port)
             const Factors fj(f, j);
 
             if (i == 1) {
-                cols.clear();
+                count = 0;
                 n_now.clear();
                 ColumnSwitches sw;
                 sw.setup = true;
@@ -304,7 +308,7 @@ static void solve(Project& p, Port& port)
                     // thrusts nothing of it enters the sums: on a big mesh most
                     // rows are such rows.
                     if (!region.has_row(r) && !row_water_counts(p, r)) {
-                        row_end[std::size_t(r)] = cols.size();
+                        row_end[std::size_t(r)] = count;
                         continue;
                     }
                     ColumnRow row;
@@ -357,9 +361,12 @@ static void solve(Project& p, Port& port)
                             }
                             continue;
                         }
-                        // Made in place; every column grid shares the node's index.
+                        // Every column grid shares the node's index; every field of
+                        // the entry is set here.
                         const std::size_t at = p.col_weight.index(r, c);
-                        ActiveColumn& e = cols.emplace_back();
+                        if (count == cols.size())
+                            cols.emplace_back();
+                        ActiveColumn& e = cols[count];
                         e.at = at;
                         e.r = r;
                         e.c = c;
@@ -402,14 +409,14 @@ static void solve(Project& p, Port& port)
                         e.ns_arm = e.cos_gamma / e.cos_a * e.sin_a;
                         double n = 0;
                         if (!solve_column(p, port, e, fj, janbu, s, n)) {
-                            cols.pop_back();
                             failure = {true, c, r, cs.material};
                             break;
                         }
+                        ++count;
                         l_prev = l;
                         n_now.push_back(n);
                     }
-                    row_end[std::size_t(r)] = cols.size();
+                    row_end[std::size_t(r)] = count;
                     if (failure.failed)
                         break;
                     // The row's water thrusts enter the constants of the pass.
@@ -430,7 +437,7 @@ static void solve(Project& p, Port& port)
                 if (!failure.failed && pass == 1)
                     p.work.swept = true;
             } else {
-                n_now.resize(cols.size());
+                n_now.resize(count);
                 // Only the region's rows hold columns; the interface is given
                 // way to at least once an iteration.
                 const int r_first = std::max(region.r0, 1), r_last = std::min(region.r1, int(p.num_rows));
@@ -462,7 +469,7 @@ static void solve(Project& p, Port& port)
                 }
                 // L of every column is fixed over the pass, so l_prev still holds
                 // that of the last column.
-                p.active_columns = std::int32_t(cols.size());
+                p.active_columns = std::int32_t(count);
             }
             if (failure.failed) {
                 // The sums stand as the last completed iteration left them.

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "project/double2.h"
 #include "project/numtext.h"
 #include "report/messages.h"
 #include "surfaces/base_trig.h"
@@ -235,7 +236,7 @@ bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
         for (auto* v : {&d.col, &d.layer, &d.material})
             v->resize(span);
         d.at.resize(span);
-        for (auto* v : {&d.zs, &d.zg, &d.sin_a, &d.cos_a, &d.tan_b})
+        for (auto* v : {&d.zs, &d.zg, &d.sin_a, &d.cos_a, &d.tan_b, &d.tan_a, &d.sin_b, &d.cos_b})
             v->resize(span);
         for (auto* v : {&d.cos_gamma, &d.lat_slope, &d.area, &d.pore, &d.weight, &d.phi, &d.coh})
             v->resize(span);
@@ -252,7 +253,8 @@ bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
         }
     }
     d.n = n;
-    // 2. The base: its dips' functions, cos(gamma), the lateral slope and the area.
+    // 2. The base: its dips' functions, then cos(gamma), the lateral slope and
+    // the area two nodes at a time, for their roots and divisions take long.
     for (std::size_t k = 0; k < n; ++k) {
         const int c = d.col[k];
         const std::size_t at = p.col_weight.index(r, c);
@@ -261,15 +263,34 @@ bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
         d.sin_a[k] = bt.sin_a;
         d.cos_a[k] = bt.cos_a;
         d.tan_b[k] = bt.tan_b;
-        const double cg = 1.0 / std::sqrt(bt.tan_b * bt.tan_b + bt.tan_a * bt.tan_a + 1.0);
-        d.cos_gamma[k] = float(cg);
-        d.lat_slope[k] = float(cg * bt.tan_b);
-        const float area =
-            float(a * std::sqrt(1 - bt.sin_a * bt.sin_a * bt.sin_b * bt.sin_b) / bt.cos_b / bt.cos_a);
-        d.area[k] = area;
-        if (!(area != 0) || !std::isfinite(area))
-            return false;
+        d.tan_a[k] = bt.tan_a;
+        d.sin_b[k] = bt.sin_b;
+        d.cos_b[k] = bt.cos_b;
     }
+    std::size_t k = 0;
+    for (; k + 2 <= n; k += 2) {
+        const Double2 tb = load2(&d.tan_b[k]), ta = load2(&d.tan_a[k]);
+        const Double2 sa = load2(&d.sin_a[k]), ca = load2(&d.cos_a[k]);
+        const Double2 sb = load2(&d.sin_b[k]), cb = load2(&d.cos_b[k]);
+        const Double2 cg = 1.0 / sqrt2(tb * tb + ta * ta + 1.0);
+        const Double2 lat = cg * tb;
+        const Double2 area = a * sqrt2(1 - sa * sa * sb * sb) / cb / ca;
+        for (std::size_t i = 0; i < 2; ++i) {
+            d.cos_gamma[k + i] = float(cg[i]);
+            d.lat_slope[k + i] = float(lat[i]);
+            d.area[k + i] = float(area[i]);
+        }
+    }
+    for (; k < n; ++k) {
+        const double tb = d.tan_b[k], ta = d.tan_a[k], sa = d.sin_a[k], sb = d.sin_b[k];
+        const double cg = 1.0 / std::sqrt(tb * tb + ta * ta + 1.0);
+        d.cos_gamma[k] = float(cg);
+        d.lat_slope[k] = float(cg * tb);
+        d.area[k] = float(a * std::sqrt(1 - sa * sa * sb * sb) / d.cos_b[k] / d.cos_a[k]);
+    }
+    for (k = 0; k < n; ++k)
+        if (!(d.area[k] != 0) || !std::isfinite(d.area[k]))
+            return false;
     // 3. Weight through the layers, material, pore pressure and strength.
     ColumnScratch s;
     for (std::size_t k = 0; k < n; ++k) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "project/double2.h"
 #include "surfaces/base_trig.h"
 #include "surfaces/trial_region.h"
 
@@ -142,7 +143,7 @@ void build_ellipsoid(Project& p)
     // columns and the steps of their dips.
     const std::size_t span = region.c1 >= region.c0 ? std::size_t(region.c1 - region.c0 + 1) : 0;
     std::vector<int> cut_cols(span);
-    std::vector<double> sin_y(span), cos_y(span), dip(span), slope(span);
+    std::vector<double> sin_y(span), cos_y(span), dip(span), slope(span), rim_z(span);
     // Puts the nodes c0..c1 of the row that may be stale back to the ground.
     auto clear_stale = [&](int row, int c0, int c1) {
         if (!stale.has_row(row))
@@ -171,11 +172,23 @@ void build_ellipsoid(Project& p)
         }
         clear_stale(row, region.c0, in.c0 - 1);
         clear_stale(row, in.c1 + 1, region.c1);
-        // 3. The nodes within the rim: the elevation, and which are cut.
+        // 3. The nodes within the rim: the elevation, two at a time, and
+        // which are cut.
+        const std::size_t rim = std::size_t(in.c1 - in.c0 + 1);
+        const double* dyr = &dys[std::size_t(in.c0 - dys0)];
+        {
+            const double rl2 = rl * rl;
+            std::size_t i = 0;
+            for (; i + 2 <= rim; i += 2) {
+                const Double2 d = load2(dyr + i);
+                store2(&rim_z[i], ez - sqrt2(rl2 - d * d));
+            }
+            for (; i < rim; ++i)
+                rim_z[i] = ez - std::sqrt(rl2 - dyr[i] * dyr[i]);
+        }
         std::size_t n = 0;
         for (int col = in.c0; col <= in.c1; ++col) {
-            const double dy = dy_at(col);
-            const float z = float(ez - std::sqrt(rl * rl - dy * dy));
+            const float z = float(rim_z[std::size_t(col - in.c0)]);
             // Above the ground the slopes would be overwritten: no need to work
             // them out, and a node that is not stale holds the ground already.
             if (!(z < p.zgrid(row, col, ground))) {

@@ -5,13 +5,16 @@
 #include <set>
 #include <utility>
 
+#include "commands/search_commands.h"
 #include "project/runtime_error.h"
 #include "search/auto_search.h"
 #include "search/grid_search.h"
-#include "commands/search_commands.h"
 #include "search/trial.h"
 #include "search_fixture.h"
+#include "solver/bishop_janbu.h"
+#include "solver/checks.h"
 #include "support/scripted_port.h"
+#include "surfaces/ellipsoid.h"
 
 namespace tobel {
 namespace {
@@ -75,6 +78,86 @@ TEST(grid_search, trials_are_made_row_by_row_from_the_highest_z)
     // The best is the lowest F; its number and centre point back to the table.
     EXPECT_EQ(s.summary_fos[std::size_t(s.best.trial_number)], s.best.fos);
     EXPECT_EQ(s.point_y[std::size_t(s.best.best_point)], s.best.y);
+}
+
+// The surfaces a grid search solves, counted by following the line search of
+// the radius by hand: the tangent radius, one step either way, then on in the
+// direction that improved while F keeps falling. Out-of-bounds surfaces are
+// not solved.
+struct HandCount {
+    long surfaces = 0;
+    double columns = 0;
+};
+
+HandCount count_by_hand(const GridSearchRecord& r)
+{
+    auto p = make_search_slope();
+    ScriptedPort port;
+    init_search(*p);
+    build_grid_points(p->search, r);
+    HandCount n;
+    // Solves the surface; false when it is out of bounds, else F in f.
+    auto solve = [&](float y, float z, float radius, float& f) {
+        p->ell_y = y;
+        p->ell_z = z;
+        p->ell_radius = radius;
+        build_ellipsoid(*p);
+        check_surface(*p);
+        if (p->surface_out_flag == -1)
+            return false;
+        p->solve_interactive = 0;
+        solve_bishop_janbu(*p, port);
+        ++n.surfaces;
+        n.columns += p->active_columns;
+        f = p->factor_of_safety;
+        return true;
+    };
+    for (int k = 0; k <= p->search.point_last; ++k) {
+        const float y = p->search.point_y[std::size_t(k)], z = p->search.point_z[std::size_t(k)];
+        const float t = r.grid_tangent_z, step = r.grid_radius_step;
+        auto radius = [&](float steps) { return float(double(z) - double(t) + double(steps * step)); };
+        float record = 0, f = 0;
+        if (!solve(y, z, radius(0), record) || step == 0)
+            continue;
+        int direction = 0;
+        if (solve(y, z, radius(1), f) && f < record) {
+            record = f;
+            direction = 1;
+        }
+        if (solve(y, z, radius(-1), f) && f < record) {
+            record = f;
+            direction = -1;
+        }
+        for (int count = 2; direction != 0; ++count) {
+            if (!solve(y, z, radius(float(count * direction)), f) || !(f < record))
+                break;
+            record = f;
+        }
+    }
+    return n;
+}
+
+TEST(grid_search, every_solved_surface_and_its_columns_are_counted)
+{
+    for (const float step : {0.0f, 1.0f, 3.0f}) {
+        auto p = make_search_slope();
+        ScriptedPort port;
+        init_search(*p);
+        const auto r = grid(35, 55, 56, 44, 3, 3, 10, step);
+        build_grid_points(p->search, r);
+        grid_search(*p, port, r);
+        const HandCount n = count_by_hand(r);
+        const SearchState& s = p->search;
+        EXPECT_EQ(s.solved_surfaces, n.surfaces) << "step " << step;
+        EXPECT_EQ(s.solved_columns, n.columns) << "step " << step;
+        // Without steps every surface in bounds is a trial; with them some
+        // are solved and not recorded.
+        if (step == 0)
+            EXPECT_EQ(s.solved_surfaces, s.trial_count);
+        else
+            EXPECT_GT(s.solved_surfaces, s.trial_count) << "step " << step;
+        EXPECT_GT(s.solved_columns, 0.0);
+    }
 }
 
 TEST(grid_search, equal_f_keeps_the_earlier_best)

@@ -112,7 +112,8 @@ SearchTrace trace_of(const Project& p, const HookedPort& port)
     const SearchState& s = p.search;
     t.best = record_text(s.best) + " | " + record_text(s.best_valid) + " | count " +
              std::to_string(s.trial_count) + " range " + std::to_string(s.fos_min) + " " +
-             std::to_string(s.fos_max) + " best_trial " + std::to_string(s.best_trial);
+             std::to_string(s.fos_max) + " best_trial " + std::to_string(s.best_trial) + " solved " +
+             std::to_string(s.solved_surfaces) + " columns " + std::to_string(s.solved_columns);
     std::ostringstream sum;
     sum.precision(9);
     for (int n = 1; n <= s.summary_count; ++n) {
