@@ -25,12 +25,22 @@ struct SinCos {
 // the sine s0 and cosine c0 of the double angle: the angle sum over the
 // rounding difference d (exact in double), with d^2 / 2 for cos d and d for
 // sin d; d is at most half a float's last bit, so d^3 lies far below a
-// double's last bit.
+// double's last bit. Of a double or of both lanes of a Double2.
+template <class V> struct SinCosOf {
+    V s, c;
+};
+
+template <class V> inline SinCosOf<V> rounded_angle_of(V s0, V c0, V angle, V stored)
+{
+    const V d = stored - angle;
+    const V h = 1 - d * d / 2;
+    return {s0 * h + c0 * d, c0 * h - s0 * d};
+}
+
 inline SinCos rounded_angle(double s0, double c0, double angle, float stored)
 {
-    const double d = double(stored) - angle;
-    const double h = 1 - d * d / 2;
-    return {s0 * h + c0 * d, c0 * h - s0 * d};
+    const SinCosOf<double> r = rounded_angle_of<double>(s0, c0, angle, double(stored));
+    return {r.s, r.c};
 }
 
 // near_float_tie of a value beyond the range of normal floats' binades.

@@ -204,14 +204,29 @@ void build_ellipsoid(Project& p)
             continue;
         cut = box_hull(cut, NodeBox{row, row, cut_cols[0], cut_cols[n - 1]});
         // 4. The dips of the cut nodes, a step at a time over the row, so that
-        // the long chain of each node's divisions overlaps with its neighbours'.
+        // the long chain of each node's divisions overlaps with its neighbours',
+        // and two at a time where the steps allow.
         const std::size_t trig_row = std::size_t(row - slide.r0) * trig_cols;
-        for (std::size_t i = 0; i < n; ++i) {
-            const double t = dy_at(cut_cols[i]) / rl;
-            sin_y[i] = t;
-            cos_y[i] = std::sqrt(1.0 - t * t);
+        auto entry = [&](std::size_t i) -> BaseTrig& {
+            return w.trig[trig_row + std::size_t(cut_cols[i] - slide.c0)];
+        };
+        // a. The sine and cosine of the Y dip, and its angle.
+        {
+            std::size_t i = 0;
+            for (; i + 2 <= n; i += 2) {
+                const Double2 t = Double2{dy_at(cut_cols[i]), dy_at(cut_cols[i + 1])} / rl;
+                store2(&sin_y[i], t);
+                store2(&cos_y[i], sqrt2(1.0 - t * t));
+            }
+            for (; i < n; ++i) {
+                const double t = dy_at(cut_cols[i]) / rl;
+                sin_y[i] = t;
+                cos_y[i] = std::sqrt(1.0 - t * t);
+            }
         }
         arc_tangents(sin_y.data(), cos_y.data(), dip.data(), n);
+        // b. The stored Y dip, and the sine and cosine of it in place of those
+        // of the unrounded angle.
         for (std::size_t i = 0; i < n; ++i) {
             const int col = cut_cols[i];
             const double t = sin_y[i], ct = cos_y[i];
@@ -221,46 +236,79 @@ void build_ellipsoid(Project& p)
                 ay = std::atan(t / ct);
             const float dip_y = float(ay);
             p.surf_dip_y(row, col) = dip_y;
-            BaseTrig& e = w.trig[trig_row + std::size_t(col - slide.c0)];
+            BaseTrig& e = entry(i);
             e.dip_y = dip_y;
             // t and sqrt(1 - t^2) are the sine and cosine of the unrounded Y dip.
             const SinCos sy = rounded_angle(t, ct, ay, dip_y);
-            e.sin_a = sy.s;
-            e.cos_a = sy.c;
-            e.tan_a = sy.s / sy.c;
+            e.sin_a = sin_y[i] = sy.s;
+            e.cos_a = cos_y[i] = sy.c;
             if (two_d) {
                 p.surf_dip_x(row, col) = 0.0f;
                 e.dip_x = 0.0f;
                 e.sin_b = 0;
                 e.cos_b = 1;
                 e.tan_b = 0;
-                continue;
             }
-            // The X slope is tilted by the cosine of the stored, single, Y dip.
-            slope[i] = slope_x / sy.c;
+        }
+        // c. The Y dip's tangent and the X slope, tilted by the cosine of the
+        // stored, single, Y dip.
+        {
+            std::size_t i = 0;
+            for (; i + 2 <= n; i += 2) {
+                const Double2 s = load2(&sin_y[i]), c = load2(&cos_y[i]);
+                const Double2 tan_a = s / c;
+                entry(i).tan_a = tan_a[0];
+                entry(i + 1).tan_a = tan_a[1];
+                store2(&slope[i], slope_x / c);
+            }
+            for (; i < n; ++i) {
+                entry(i).tan_a = sin_y[i] / cos_y[i];
+                slope[i] = slope_x / cos_y[i];
+            }
         }
         if (two_d)
             continue;
         arc_tangents(slope.data(), nullptr, dip.data(), n);
+        // d. The stored X dip; its angle and slope stay in dip and slope, the
+        // stored value goes to sin_y.
         for (std::size_t i = 0; i < n; ++i) {
             const int col = cut_cols[i];
-            BaseTrig& e = w.trig[trig_row + std::size_t(col - slide.c0)];
-            double v = slope[i];
-            double ax = dip[i];
+            BaseTrig& e = entry(i);
             // Near a tie of the rounding, with the library's cosine and arc tangent
             // as the description has them.
-            if (near_float_tie(ax, 1e-12)) {
-                v = slope_x / std::cos(double(e.dip_y));
-                ax = std::atan(v);
+            if (near_float_tie(dip[i], 1e-12)) {
+                slope[i] = slope_x / std::cos(double(e.dip_y));
+                dip[i] = std::atan(slope[i]);
             }
-            const float dip_x = float(ax);
+            const float dip_x = float(dip[i]);
             p.surf_dip_x(row, col) = dip_x;
             e.dip_x = dip_x;
-            const double cb = 1.0 / std::sqrt(1.0 + v * v);
-            const SinCos sx = rounded_angle(v * cb, cb, ax, dip_x);
-            e.sin_b = sx.s;
-            e.cos_b = sx.c;
-            e.tan_b = sx.s / sx.c;
+            sin_y[i] = dip_x;
+        }
+        // e. The sine, cosine and tangent of the stored X dip.
+        {
+            std::size_t i = 0;
+            for (; i + 2 <= n; i += 2) {
+                const Double2 v = load2(&slope[i]);
+                const Double2 cb = 1.0 / sqrt2(1.0 + v * v);
+                const SinCosOf<Double2> sx = rounded_angle_of(v * cb, cb, load2(&dip[i]), load2(&sin_y[i]));
+                const Double2 tan_b = sx.s / sx.c;
+                for (std::size_t lane = 0; lane < 2; ++lane) {
+                    BaseTrig& e = entry(i + lane);
+                    e.sin_b = sx.s[lane];
+                    e.cos_b = sx.c[lane];
+                    e.tan_b = tan_b[lane];
+                }
+            }
+            for (; i < n; ++i) {
+                const double v = slope[i];
+                const double cb = 1.0 / std::sqrt(1.0 + v * v);
+                const SinCos sx = rounded_angle(v * cb, cb, dip[i], float(sin_y[i]));
+                BaseTrig& e = entry(i);
+                e.sin_b = sx.s;
+                e.cos_b = sx.c;
+                e.tan_b = sx.s / sx.c;
+            }
         }
     }
     w.cut = cut.empty() ? NodeBox{} : cut;

@@ -148,6 +148,40 @@ TEST(base_trig, quick_arc_tangent_of_two_lanes_is_that_of_each_bit_for_bit)
     EXPECT_GT(compared, 40000);
 }
 
+TEST(base_trig, roots_and_rounded_angles_of_two_lanes_are_those_of_each_bit_for_bit)
+{
+    auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
+    std::mt19937_64 gen(11);
+    std::uniform_real_distribution<double> angle(-1.5, 1.5), magnitude(-20, 20);
+    for (int i = 0; i < 20000; ++i) {
+        const double a0 = angle(gen), a1 = angle(gen);
+        const float f0 = float(a0), f1 = float(a1);
+        const SinCos r0 = rounded_angle(std::sin(a0), std::cos(a0), a0, f0);
+        const SinCos r1 = rounded_angle(std::sin(a1), std::cos(a1), a1, f1);
+        const SinCosOf<Double2> r =
+            rounded_angle_of(Double2{std::sin(a0), std::sin(a1)}, Double2{std::cos(a0), std::cos(a1)},
+                             Double2{a0, a1}, Double2{double(f0), double(f1)});
+        ASSERT_EQ(bits(r.s[0]), bits(r0.s)) << a0;
+        ASSERT_EQ(bits(r.c[0]), bits(r0.c)) << a0;
+        ASSERT_EQ(bits(r.s[1]), bits(r1.s)) << a1;
+        ASSERT_EQ(bits(r.c[1]), bits(r1.c)) << a1;
+        const double x0 = std::pow(10.0, magnitude(gen)), x1 = std::pow(10.0, magnitude(gen));
+        const Double2 q = sqrt2(Double2{x0, x1});
+        ASSERT_EQ(bits(q[0]), bits(std::sqrt(x0))) << x0;
+        ASSERT_EQ(bits(q[1]), bits(std::sqrt(x1))) << x1;
+    }
+    // A negative lane is not a number, as the library's root of it.
+    const Double2 q = sqrt2(Double2{-1.0, 4.0});
+    EXPECT_TRUE(std::isnan(q[0]));
+    EXPECT_EQ(q[1], 2.0);
+    // The angle sum over the rounding is near the library's functions of the
+    // stored angle: within a few units of a double's last place.
+    const double a = 0.7;
+    const SinCos r = rounded_angle(std::sin(a), std::cos(a), a, float(a));
+    EXPECT_NEAR(r.s, std::sin(double(float(a))), 4e-16);
+    EXPECT_NEAR(r.c, std::cos(double(float(a))), 4e-16);
+}
+
 TEST(base_trig, the_dips_of_a_row_at_once_are_those_worked_out_node_by_node)
 {
     auto p = make_project({61, 81, 0, 30, 0, 40});
