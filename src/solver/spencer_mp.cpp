@@ -426,8 +426,12 @@ static void solve(Project& p, Port& port)
     Failure failure;
 
     // The column's equations at F and lambda; in the last pass the thrust,
-    // the normal force, the side strength and the moments as well.
-    auto equations = [&](SpencerColumn& e, RowState& rs) -> bool {
+    // the normal force, the side strength and the moments as well. Kept in
+    // line: called on its own, it would keep reading the sums it adds to
+    // from memory, after every store into the column grids.
+    // clang-format off
+    auto equations = [&] [[gnu::always_inline]] (SpencerColumn& e, RowState& rs) -> bool {
+        // clang-format on
         const auto [na, ct] = column_terms(p, e, inv_f, lam, k);
         const double a1 = ct.a1, a2 = ct.a2, a3 = ct.a3;
         if (!std::isfinite(a1) || !std::isfinite(a2) || !std::isfinite(a3))
