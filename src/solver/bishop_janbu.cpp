@@ -293,8 +293,12 @@ static void solve(Project& p, Port& port)
                 if (skip_clean && !region.empty()) {
                     const std::size_t nodes =
                         std::size_t(region.r1 - region.r0 + 1) * std::size_t(region.c1 - region.c0 + 1);
-                    if (cols.capacity() < nodes)
+                    if (cols.capacity() < nodes) {
+                        // The kept entries are written over anyway: none is
+                        // copied into the new room.
+                        cols.clear();
                         cols.reserve(nodes);
+                    }
                 }
                 const NodeBox& stale = p.work.stale;
                 // The rows of an ellipsoid trial are set up densely, unless a
