@@ -158,7 +158,7 @@ CentreOutcome outcome_from_json(const json& j)
     o.radius_direction = j.at("radius_direction").get<std::int16_t>();
     o.radius_step_count = j.at("radius_step_count").get<std::int16_t>();
     // Parts written before the counts were kept have none.
-    o.solved = j.value("solved", 0L);
+    o.solved = j.value("solved", std::int64_t{0});
     o.solved_columns = j.value("solved_columns", 0.0);
     if (j.contains("error")) {
         o.error_number = j["error"].at("number").get<int>();

@@ -44,7 +44,8 @@ struct SearchState {
     SearchRecord best;
     std::int16_t trial_count = 0;
     // Every surface the search has solved, recorded as a trial or not, and
-    // their active columns: what its time goes on. Never saved or shown.
+    // their active columns: what its time goes on. Not in project files
+    // and not shown; the parts of a sharded search carry them.
     std::int64_t solved_surfaces = 0;
     double solved_columns = 0;
     std::int16_t radius_step_count = 0;

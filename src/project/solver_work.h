@@ -126,7 +126,7 @@ struct DenseRow {
     std::vector<int> col, layer, material;
     std::vector<std::size_t> at; // flat index into the column grids
     std::vector<double> zs, zg, sin_a, cos_a, tan_b;
-    std::vector<double> tan_a, sin_b, cos_b; // the base's other functions, for the area
+    std::vector<double> tan_a, sin_b, cos_b; // the base's other functions, for cos(gamma) and the area
     std::vector<float> cos_gamma, lat_slope, area, pore, weight, phi, coh;
 };
 

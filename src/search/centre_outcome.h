@@ -59,7 +59,7 @@ struct CentreOutcome {
     std::int16_t radius_direction = 1;
     std::int16_t radius_step_count = 1;
     // The surfaces solved for the centre, recorded or not, and their active columns.
-    long solved = 0;
+    std::int64_t solved = 0;
     double solved_columns = 0;
     // A run-time error of the evaluation, raised again where it came in order.
     // A run-time error keeps its number and description too, so that a

@@ -313,6 +313,7 @@ struct CentreRun {
     Solved solve(float radius)
     {
         const bool in = solve_surface(w, port, job.y, job.z, radius);
+        // A solve cut short by Stop counts too: its time was spent.
         if (in) {
             ++o.solved;
             o.solved_columns += double(w.active_columns);

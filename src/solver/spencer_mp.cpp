@@ -427,10 +427,10 @@ static void solve(Project& p, Port& port)
 
     // The column's equations at F and lambda; in the last pass the thrust,
     // the normal force, the side strength and the moments as well. Kept in
-    // line: called on its own, it would keep reading the sums it adds to
-    // from memory, after every store into the column grids.
+    // line, so that the locals of the pass it carries on (the thrust line,
+    // the lateral moment, the ratio count) stay in registers.
     // clang-format off
-    auto equations = [&] [[gnu::always_inline]] (SpencerColumn& e, RowState& rs) -> bool {
+    auto equations = [&](SpencerColumn& e, RowState& rs) __attribute__((always_inline)) -> bool {
         // clang-format on
         const auto [na, ct] = column_terms(p, e, inv_f, lam, k);
         const double a1 = ct.a1, a2 = ct.a2, a3 = ct.a3;

@@ -270,7 +270,8 @@ void build_ellipsoid(Project& p)
             continue;
         arc_tangents(slope.data(), nullptr, dip.data(), n);
         // d. The stored X dip; its angle and slope stay in dip and slope, the
-        // stored value goes to sin_y.
+        // stored value goes where the Y dip's sines were, free by now.
+        std::vector<double>& stored_x = sin_y;
         for (std::size_t i = 0; i < n; ++i) {
             const int col = cut_cols[i];
             BaseTrig& e = entry(i);
@@ -283,7 +284,7 @@ void build_ellipsoid(Project& p)
             const float dip_x = float(dip[i]);
             p.surf_dip_x(row, col) = dip_x;
             e.dip_x = dip_x;
-            sin_y[i] = dip_x;
+            stored_x[i] = dip_x;
         }
         // e. The sine, cosine and tangent of the stored X dip.
         {
@@ -291,7 +292,8 @@ void build_ellipsoid(Project& p)
             for (; i + 2 <= n; i += 2) {
                 const Double2 v = load2(&slope[i]);
                 const Double2 cb = 1.0 / sqrt2(1.0 + v * v);
-                const SinCosOf<Double2> sx = rounded_angle_of(v * cb, cb, load2(&dip[i]), load2(&sin_y[i]));
+                const SinCosOf<Double2> sx =
+                    rounded_angle_of(v * cb, cb, load2(&dip[i]), load2(&stored_x[i]));
                 const Double2 tan_b = sx.s / sx.c;
                 for (std::size_t lane = 0; lane < 2; ++lane) {
                     BaseTrig& e = entry(i + lane);
@@ -303,7 +305,7 @@ void build_ellipsoid(Project& p)
             for (; i < n; ++i) {
                 const double v = slope[i];
                 const double cb = 1.0 / std::sqrt(1.0 + v * v);
-                const SinCos sx = rounded_angle(v * cb, cb, dip[i], float(sin_y[i]));
+                const SinCos sx = rounded_angle(v * cb, cb, dip[i], float(stored_x[i]));
                 BaseTrig& e = entry(i);
                 e.sin_b = sx.s;
                 e.cos_b = sx.c;
