@@ -246,8 +246,6 @@ int run_across_shard(const SearchOptions& o, const AcrossPlan& plan, const Proje
         list.push_back({{"index", mine[i]},
                         {"set_up", c.set_up},
                         {"trial_count", c.trial_count},
-                        {"solved_surfaces", c.solved_surfaces},
-                        {"solved_columns", c.solved_columns},
                         {"fos_min", put_float(c.fos_min)},
                         {"fos_max", put_float(c.fos_max)},
                         {"best", exact_record(c.best)},
@@ -314,9 +312,6 @@ int merge_across_parts(const std::vector<std::string>& paths, const MergeOptions
                 AcrossCell& cell = r.cells[k];
                 cell.set_up = c.at("set_up").get<bool>();
                 cell.trial_count = c.at("trial_count").get<std::int16_t>();
-                // Parts written before the counts were kept have none.
-                cell.solved_surfaces = c.value("solved_surfaces", std::int64_t{0});
-                cell.solved_columns = c.value("solved_columns", 0.0);
                 cell.fos_min = f_of(c, "fos_min");
                 cell.fos_max = f_of(c, "fos_max");
                 cell.best = record_of(c.at("best"));

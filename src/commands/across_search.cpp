@@ -57,8 +57,6 @@ AcrossCell run_across_cell(const Project& base, const AcrossPlan& plan, float x,
         cell.best = s.best;
     cell.best_valid = s.best_valid;
     cell.trial_count = s.trial_count;
-    cell.solved_surfaces = s.solved_surfaces;
-    cell.solved_columns = s.solved_columns;
     cell.fos_min = s.fos_min;
     cell.fos_max = s.fos_max;
     cell.stop_reason = s.stop_reason;

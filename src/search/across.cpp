@@ -50,13 +50,9 @@ long best_across_cell(const std::vector<AcrossCell>& cells)
 void total_across(AcrossResult& r)
 {
     r.trial_count = 0;
-    r.solved_surfaces = 0;
-    r.solved_columns = 0;
     r.stopped = false;
     for (const AcrossCell& c : r.cells) {
         r.trial_count += c.trial_count;
-        r.solved_surfaces += c.solved_surfaces;
-        r.solved_columns += c.solved_columns;
         if (!c.stop_reason.empty())
             r.stopped = true;
     }

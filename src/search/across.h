@@ -15,9 +15,7 @@ struct AcrossCell {
     float x = 0, aspect = 0;
     bool set_up = false; // the set-up built a surface and the data passed the checks
     SearchRecord best, best_valid;
-    std::int16_t trial_count = 0;     // each search keeps its own 16-bit count
-    std::int64_t solved_surfaces = 0; // as the search state counts them
-    double solved_columns = 0;
+    std::int16_t trial_count = 0; // each search keeps its own 16-bit count
     float fos_min = 0, fos_max = 0;
     std::string stop_reason;
 };
@@ -26,8 +24,6 @@ struct AcrossResult {
     std::vector<AcrossCell> cells; // X by X, and the aspects in their order within each X
     long best = -1;                // index of the cell whose best record is lowest; -1 for none
     std::int32_t trial_count = 0;  // the trials of all the searches together
-    std::int64_t solved_surfaces = 0;
-    double solved_columns = 0;
     bool stopped = false;
 };
 

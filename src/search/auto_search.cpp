@@ -37,9 +37,7 @@ bool auto_search(Project& p, Port& port, const AutoSearchRecord& r)
 {
     SearchState& s = p.search;
     // 1.
-    s.trial_count = 0;
-    s.solved_surfaces = 0;
-    s.solved_columns = 0;
+    start_counts(s);
     s.summary_count = 0;
     s.skip_from = s.skip_to = 0;
     float cy = r.auto_y, cz = r.auto_z;

@@ -38,9 +38,7 @@ void build_grid_points(SearchState& s, const GridSearchRecord& r)
 bool grid_search(Project& p, Port& port, const GridSearchRecord& r)
 {
     SearchState& s = p.search;
-    s.trial_count = 0;
-    s.solved_surfaces = 0;
-    s.solved_columns = 0;
+    start_counts(s);
     s.summary_count = 0;
     CentreExchange* const exchange = s.exchange.get();
     const bool replays = exchange == nullptr || exchange->replays();

@@ -25,10 +25,15 @@ void init_search(Project& p)
     s.trial = SearchRecord{};
     s.best = SearchRecord{};
     s.best_valid = SearchRecord{};
+    start_counts(s);
+    s.radius_step_count = 1;
+}
+
+void start_counts(SearchState& s)
+{
     s.trial_count = 0;
     s.solved_surfaces = 0;
     s.solved_columns = 0;
-    s.radius_step_count = 1;
 }
 
 bool common_point_mode(const Project& p)

@@ -21,8 +21,11 @@ enum TrialMode : int {
     trial_record_only = 2, // records what the last solve left
 };
 
-// Both records cleared, trial_count = 0, radius_step_count = 1.
+// Both records cleared, the counts at 0 (start_counts), radius_step_count = 1.
 void init_search(Project& p);
+
+// The trials and the surfaces solved counted from 0, as a search starts.
+void start_counts(SearchState& s);
 
 // Sets ell_y, ell_z, ell_radius; unless mode 2 builds the surface, checks it
 // and (when it is not out of bounds) solves it; unless mode 1 records the

@@ -267,29 +267,21 @@ bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
         d.sin_b[k] = bt.sin_b;
         d.cos_b[k] = bt.cos_b;
     }
-    std::size_t j = 0;
-    for (; j + 2 <= n; j += 2) {
-        const Double2 tb = load2(&d.tan_b[j]), ta = load2(&d.tan_a[j]);
-        const Double2 sa = load2(&d.sin_a[j]), ca = load2(&d.cos_a[j]);
-        const Double2 sb = load2(&d.sin_b[j]), cb = load2(&d.cos_b[j]);
+    in_pairs(n, [&](std::size_t i, std::size_t lanes) {
+        const Double2 tb = load_pair(d.tan_b.data(), i, lanes), ta = load_pair(d.tan_a.data(), i, lanes);
+        const Double2 sa = load_pair(d.sin_a.data(), i, lanes), ca = load_pair(d.cos_a.data(), i, lanes);
+        const Double2 sb = load_pair(d.sin_b.data(), i, lanes), cb = load_pair(d.cos_b.data(), i, lanes);
         const Double2 cg = 1.0 / sqrt2(tb * tb + ta * ta + 1.0);
         const Double2 lat = cg * tb;
         const Double2 area = a * sqrt2(1 - sa * sa * sb * sb) / cb / ca;
-        for (std::size_t i = 0; i < 2; ++i) {
-            d.cos_gamma[j + i] = float(cg[i]);
-            d.lat_slope[j + i] = float(lat[i]);
-            d.area[j + i] = float(area[i]);
+        for (std::size_t lane = 0; lane < lanes; ++lane) {
+            d.cos_gamma[i + lane] = float(cg[lane]);
+            d.lat_slope[i + lane] = float(lat[lane]);
+            d.area[i + lane] = float(area[lane]);
         }
-    }
-    for (; j < n; ++j) {
-        const double tb = d.tan_b[j], ta = d.tan_a[j], sa = d.sin_a[j], sb = d.sin_b[j];
-        const double cg = 1.0 / std::sqrt(tb * tb + ta * ta + 1.0);
-        d.cos_gamma[j] = float(cg);
-        d.lat_slope[j] = float(cg * tb);
-        d.area[j] = float(a * std::sqrt(1 - sa * sa * sb * sb) / d.cos_b[j] / d.cos_a[j]);
-    }
-    for (j = 0; j < n; ++j)
-        if (!(d.area[j] != 0) || !std::isfinite(d.area[j]))
+    });
+    for (std::size_t k = 0; k < n; ++k)
+        if (!(d.area[k] != 0) || !std::isfinite(d.area[k]))
             return false;
     // 3. Weight through the layers, material, pore pressure and strength.
     ColumnScratch s;

@@ -176,16 +176,11 @@ void build_ellipsoid(Project& p)
         // which are cut.
         const std::size_t rim = std::size_t(in.c1 - in.c0 + 1);
         const double* dyr = &dys[std::size_t(in.c0 - dys0)];
-        {
-            const double rl2 = rl * rl;
-            std::size_t i = 0;
-            for (; i + 2 <= rim; i += 2) {
-                const Double2 d = load2(dyr + i);
-                store2(&rim_z[i], ez - sqrt2(rl2 - d * d));
-            }
-            for (; i < rim; ++i)
-                rim_z[i] = ez - std::sqrt(rl2 - dyr[i] * dyr[i]);
-        }
+        const double rl2 = rl * rl;
+        in_pairs(rim, [&](std::size_t i, std::size_t lanes) {
+            const Double2 d = load_pair(dyr, i, lanes);
+            store_pair(rim_z.data(), i, lanes, ez - sqrt2(rl2 - d * d));
+        });
         std::size_t n = 0;
         for (int col = in.c0; col <= in.c1; ++col) {
             const float z = float(rim_z[std::size_t(col - in.c0)]);
@@ -211,19 +206,11 @@ void build_ellipsoid(Project& p)
             return w.trig[trig_row + std::size_t(cut_cols[i] - slide.c0)];
         };
         // a. The sine and cosine of the Y dip, and its angle.
-        {
-            std::size_t i = 0;
-            for (; i + 2 <= n; i += 2) {
-                const Double2 t = Double2{dy_at(cut_cols[i]), dy_at(cut_cols[i + 1])} / rl;
-                store2(&sin_y[i], t);
-                store2(&cos_y[i], sqrt2(1.0 - t * t));
-            }
-            for (; i < n; ++i) {
-                const double t = dy_at(cut_cols[i]) / rl;
-                sin_y[i] = t;
-                cos_y[i] = std::sqrt(1.0 - t * t);
-            }
-        }
+        in_pairs(n, [&](std::size_t i, std::size_t lanes) {
+            const Double2 t = Double2{dy_at(cut_cols[i]), dy_at(cut_cols[i + lanes - 1])} / rl;
+            store_pair(sin_y.data(), i, lanes, t);
+            store_pair(cos_y.data(), i, lanes, sqrt2(1.0 - t * t));
+        });
         arc_tangents(sin_y.data(), cos_y.data(), dip.data(), n);
         // b. The stored Y dip, and the sine and cosine of it in place of those
         // of the unrounded angle.
@@ -252,20 +239,14 @@ void build_ellipsoid(Project& p)
         }
         // c. The Y dip's tangent and the X slope, tilted by the cosine of the
         // stored, single, Y dip.
-        {
-            std::size_t i = 0;
-            for (; i + 2 <= n; i += 2) {
-                const Double2 s = load2(&sin_y[i]), c = load2(&cos_y[i]);
-                const Double2 tan_a = s / c;
-                entry(i).tan_a = tan_a[0];
-                entry(i + 1).tan_a = tan_a[1];
-                store2(&slope[i], slope_x / c);
-            }
-            for (; i < n; ++i) {
-                entry(i).tan_a = sin_y[i] / cos_y[i];
-                slope[i] = slope_x / cos_y[i];
-            }
-        }
+        in_pairs(n, [&](std::size_t i, std::size_t lanes) {
+            const Double2 c = load_pair(cos_y.data(), i, lanes);
+            const Double2 tan_a = load_pair(sin_y.data(), i, lanes) / c;
+            for (std::size_t lane = 0; lane < lanes; ++lane)
+                entry(i + lane).tan_a = tan_a[lane];
+            if (!two_d)
+                store_pair(slope.data(), i, lanes, slope_x / c);
+        });
         if (two_d)
             continue;
         arc_tangents(slope.data(), nullptr, dip.data(), n);
@@ -287,31 +268,19 @@ void build_ellipsoid(Project& p)
             stored_x[i] = dip_x;
         }
         // e. The sine, cosine and tangent of the stored X dip.
-        {
-            std::size_t i = 0;
-            for (; i + 2 <= n; i += 2) {
-                const Double2 v = load2(&slope[i]);
-                const Double2 cb = 1.0 / sqrt2(1.0 + v * v);
-                const SinCosOf<Double2> sx =
-                    rounded_angle_of(v * cb, cb, load2(&dip[i]), load2(&stored_x[i]));
-                const Double2 tan_b = sx.s / sx.c;
-                for (std::size_t lane = 0; lane < 2; ++lane) {
-                    BaseTrig& e = entry(i + lane);
-                    e.sin_b = sx.s[lane];
-                    e.cos_b = sx.c[lane];
-                    e.tan_b = tan_b[lane];
-                }
+        in_pairs(n, [&](std::size_t i, std::size_t lanes) {
+            const Double2 v = load_pair(slope.data(), i, lanes);
+            const Double2 cb = 1.0 / sqrt2(1.0 + v * v);
+            const SinCosOf<Double2> sx = rounded_angle_of(v * cb, cb, load_pair(dip.data(), i, lanes),
+                                                          load_pair(stored_x.data(), i, lanes));
+            const Double2 tan_b = sx.s / sx.c;
+            for (std::size_t lane = 0; lane < lanes; ++lane) {
+                BaseTrig& e = entry(i + lane);
+                e.sin_b = sx.s[lane];
+                e.cos_b = sx.c[lane];
+                e.tan_b = tan_b[lane];
             }
-            for (; i < n; ++i) {
-                const double v = slope[i];
-                const double cb = 1.0 / std::sqrt(1.0 + v * v);
-                const SinCos sx = rounded_angle(v * cb, cb, dip[i], float(stored_x[i]));
-                BaseTrig& e = entry(i);
-                e.sin_b = sx.s;
-                e.cos_b = sx.c;
-                e.tan_b = sx.s / sx.c;
-            }
-        }
+        });
     }
     w.cut = cut.empty() ? NodeBox{} : cut;
     // Beyond the cut and the stale nodes the plane lies on the ground and
