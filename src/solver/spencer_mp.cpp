@@ -198,22 +198,33 @@ static void lane_terms(SpencerLanes& l, double inv_f, double lam, double k)
 
 // column_sums over the columns b..e - 1 from their lane_terms, in order, with
 // the messages; false at a column whose terms are not finite numbers, which
-// is left in `bad`.
+// is left in `bad`. The sums go first, free of branches: a term that is not a
+// finite number leaves a sum that is not one either (its product with any
+// number is not, nor is any sum after it), so only then are the terms looked
+// at one by one. The sums of a row that fails are not used.
 static bool lane_sums(Project& p, const SpencerLanes& l, const std::vector<SpencerColumn>& cols,
                       std::size_t b, std::size_t e, double inv_f, double& a1s, double& a2s, double& a3s,
                       std::size_t& bad)
 {
-    for (std::size_t i = b; i < e; ++i) {
+    const double *w = l.w.data(), *ut_c = l.ut_c.data(), *a1 = l.a1.data(), *a2 = l.a2.data(),
+                 *a3 = l.a3.data();
+    for (std::size_t i = b; i < e; ++i)
+        add_to_row_sums(w[i], ut_c[i], ChainTerms{a1[i], a2[i], a3[i]}, inv_f, a1s, a2s, a3s);
+    std::size_t end = e;
+    bool ok = true;
+    if (!std::isfinite(a1s) || !std::isfinite(a2s) || !std::isfinite(a3s))
+        for (std::size_t i = b; i < e; ++i)
+            if (!std::isfinite(a1[i]) || !std::isfinite(a2[i]) || !std::isfinite(a3[i])) {
+                bad = i;
+                end = i + 1;
+                ok = false;
+                break;
+            }
+    // A small m_alpha is reported for every column up to the one that failed.
+    for (std::size_t i = b; i < end; ++i)
         if (std::abs(l.ma[i]) < 0.1)
             add_message(p, m_alpha_text(l.ma[i], cols[i].c, cols[i].r, cols[i].m));
-        const ChainTerms ct{l.a1[i], l.a2[i], l.a3[i]};
-        if (!std::isfinite(ct.a1) || !std::isfinite(ct.a2) || !std::isfinite(ct.a3)) {
-            bad = i;
-            return false;
-        }
-        add_to_row_sums(l.w[i], l.ut_c[i], ct, inv_f, a1s, a2s, a3s);
-    }
-    return true;
+    return ok;
 }
 
 static void strength_terms(const Project& p, SpencerColumn& e, TanCache& tc)
@@ -925,8 +936,10 @@ void solve_spencer_mp(Project& p, Port& port)
     TrialEnd end(p);
     solve_with_finite_results(p, port, solve);
     // Measured after the solver, which it leaves as it is; method 5 does not
-    // seek moment equilibrium and is not measured.
-    if (p.factor_of_safety > 0 && (p.solution_method == 3 || p.solution_method == 4))
+    // seek moment equilibrium and is not measured. Nothing reads the
+    // measurement of a search's trials (only a solution's report does), so a
+    // search does not take it.
+    if (p.factor_of_safety > 0 && (p.solution_method == 3 || p.solution_method == 4) && p.search.running == 0)
         compute_equilibrium_residuals(p);
 }
 

@@ -473,6 +473,27 @@ TEST(equilibrium_residuals, bishop_and_janbu_leave_no_residuals_after_a_spencer_
     }
 }
 
+// A search's trial is not measured (nothing reads it); the same surface
+// solved on its own is, and a stale measurement goes either way.
+TEST(equilibrium_residuals, a_search_trial_is_not_measured)
+{
+    for (int method : {3, 4}) {
+        auto p = sphere_with_back_scarp();
+        auto q = sphere_with_back_scarp();
+        p->search.running = -1;
+        p->residuals_valid = -1;
+        p->moment_residual = 0.5;
+        solve(*p, method);
+        solve(*q, method);
+        ASSERT_GT(p->factor_of_safety, 0);
+        EXPECT_EQ(p->factor_of_safety, q->factor_of_safety) << method;
+        EXPECT_EQ(p->residuals_valid, 0) << method;
+        EXPECT_EQ(p->moment_residual, 0) << method;
+        EXPECT_EQ(q->residuals_valid, -1) << method;
+        EXPECT_NE(q->moment_residual, 0) << method;
+    }
+}
+
 // A surface on the ground everywhere: the solver leaves F at 1 with no
 // column, and there is no driving sum to measure against.
 TEST(equilibrium_residuals, a_mass_with_no_driving_force_is_not_measured)
