@@ -17,10 +17,6 @@
 
 namespace tobel {
 
-struct SinCos {
-    double s = 0, c = 1;
-};
-
 // Sine and cosine of the single precision angle `stored` = float(angle), from
 // the sine s0 and cosine c0 of the double angle: the angle sum over the
 // rounding difference d (exact in double), with d^2 / 2 for cos d and d for
@@ -29,6 +25,7 @@ struct SinCos {
 template <class V> struct SinCosOf {
     V s, c;
 };
+using SinCos = SinCosOf<double>;
 
 template <class V> inline SinCosOf<V> rounded_angle_of(V s0, V c0, V angle, V stored)
 {
@@ -39,8 +36,7 @@ template <class V> inline SinCosOf<V> rounded_angle_of(V s0, V c0, V angle, V st
 
 inline SinCos rounded_angle(double s0, double c0, double angle, float stored)
 {
-    const SinCosOf<double> r = rounded_angle_of<double>(s0, c0, angle, double(stored));
-    return {r.s, r.c};
+    return rounded_angle_of<double>(s0, c0, angle, double(stored));
 }
 
 // near_float_tie of a value beyond the range of normal floats' binades.
