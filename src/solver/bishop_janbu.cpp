@@ -129,6 +129,36 @@ static inline bool solve_column(Project& p, Port& port, const ActiveColumn& e, c
     return true;
 }
 
+// Bishop's equations of the columns k.. of a later iteration that need
+// nothing else: a linear strength, no m_alpha message and a finite normal
+// force. They are those of solve_column, with the two sums kept in registers
+// rather than in memory; the loop stops at the first column that needs more
+// (or at `end`) and returns its index.
+static std::size_t solve_plain_columns(Project& p, const std::vector<ActiveColumn>& cols, std::size_t k,
+                                       std::size_t end, double inv_f, IterationSums& s, double* n_now)
+{
+    double r = s.r, dm = s.dm;
+    float* const normal = p.col_normal.v.data();
+    for (; k < end; ++k) {
+        const ActiveColumn& e = cols[k];
+        if (e.nonlinear)
+            break;
+        const double ma = e.cos_gamma * (1.0 + e.g * inv_f);
+        if (e.warn && std::abs(ma) < 0.1)
+            break;
+        const double n = (e.wl + e.d_cu * inv_f) / ma;
+        if (!std::isfinite(n))
+            break;
+        n_now[k] = n;
+        normal[e.at] = float(n * e.inv_area);
+        r += ((n - e.u) * e.t + e.coh) * e.q_arm;
+        dm = dm + e.wl_arm_kwe - n * e.np_arm;
+    }
+    s.r = r;
+    s.dm = dm;
+    return k;
+}
+
 // Turns the dips in place for a rotated direction of sliding. The right
 // angle is 3.1415 / 2 on purpose.
 static void rotate_dips(Project& p, double theta)
@@ -451,6 +481,11 @@ static void solve(Project& p, Port& port)
                 for (int r = r_first; r <= r_last && !failure.failed; ++r) {
                     const std::size_t end = row_end[std::size_t(r)];
                     for (; n < end; ++n) {
+                        if (!janbu) {
+                            n = solve_plain_columns(p, cols, n, end, fj.inv_f, s, n_now.data());
+                            if (n == end)
+                                break;
+                        }
                         ActiveColumn& e = cols[n];
                         if (e.nonlinear) {
                             // Linearised again at the normal stress of the previous iteration.
