@@ -180,6 +180,9 @@ struct SolverWork {
     // or Morgenstern-Price column's terms one at a time: for comparisons.
     bool per_node_setup = false;
     bool per_column_terms = false;
+    // The row loops worked two lanes at a time even where the processor has
+    // four: for comparisons.
+    bool two_lanes = false;
 };
 
 // Drops the record: the next trial visits the whole mesh. For every change of

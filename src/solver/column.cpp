@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "project/double2.h"
+#include "project/lanes.h"
 #include "project/numtext.h"
 #include "report/messages.h"
 #include "surfaces/base_trig.h"
@@ -226,7 +226,11 @@ bool column_strength(Project& p, int r, int c, int m, double sigma, bool guard_p
     return true;
 }
 
-bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
+// dense_row_setup with the base's roots and divisions worked a lane type V
+// at a time.
+template <class V>
+[[gnu::always_inline]] static inline bool dense_row_setup_with(const Project& p, int r, int c0, int c1,
+                                                               DenseRow& d)
 {
     const int nl = p.num_layers, si = p.sliding_index;
     const double a = double(p.row_spacing) * double(p.col_spacing);
@@ -267,13 +271,13 @@ bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
         d.sin_b[k] = bt.sin_b;
         d.cos_b[k] = bt.cos_b;
     }
-    in_pairs(n, [&](std::size_t i, std::size_t lanes) {
-        const Double2 tb = load_pair(d.tan_b.data(), i, lanes), ta = load_pair(d.tan_a.data(), i, lanes);
-        const Double2 sa = load_pair(d.sin_a.data(), i, lanes), ca = load_pair(d.cos_a.data(), i, lanes);
-        const Double2 sb = load_pair(d.sin_b.data(), i, lanes), cb = load_pair(d.cos_b.data(), i, lanes);
-        const Double2 cg = 1.0 / sqrt2(tb * tb + ta * ta + 1.0);
-        const Double2 lat = cg * tb;
-        const Double2 area = a * sqrt2(1 - sa * sa * sb * sb) / cb / ca;
+    in_lanes<V>(n, [&](std::size_t i, std::size_t lanes) TOBEL_LANE_BODY {
+        const V tb = load_lanes<V>(d.tan_b.data(), i, lanes), ta = load_lanes<V>(d.tan_a.data(), i, lanes);
+        const V sa = load_lanes<V>(d.sin_a.data(), i, lanes), ca = load_lanes<V>(d.cos_a.data(), i, lanes);
+        const V sb = load_lanes<V>(d.sin_b.data(), i, lanes), cb = load_lanes<V>(d.cos_b.data(), i, lanes);
+        const V cg = 1.0 / sqrt_lanes(tb * tb + ta * ta + 1.0);
+        const V lat = cg * tb;
+        const V area = a * sqrt_lanes(1 - sa * sa * sb * sb) / cb / ca;
         for (std::size_t lane = 0; lane < lanes; ++lane) {
             d.cos_gamma[i + lane] = float(cg[lane]);
             d.lat_slope[i + lane] = float(lat[lane]);
@@ -314,6 +318,22 @@ bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
             return false;
     }
     return true;
+}
+
+static bool dense_row_setup_2(const Project& p, int r, int c0, int c1, DenseRow& d)
+{
+    return dense_row_setup_with<Double2>(p, r, c0, c1, d);
+}
+
+TOBEL_LANES4_TARGET static bool dense_row_setup_4(const Project& p, int r, int c0, int c1, DenseRow& d)
+{
+    return dense_row_setup_with<Double4>(p, r, c0, c1, d);
+}
+
+bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
+{
+    return !p.work.two_lanes && four_lanes_available() ? dense_row_setup_4(p, r, c0, c1, d)
+                                                       : dense_row_setup_2(p, r, c0, c1, d);
 }
 
 void clear_inactive_span(Project& p, int r, int c0, int c1, const NodeBox& stale, ColumnRow& row,

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <vector>
 
-#include "project/double2.h"
+#include "project/lanes.h"
 #include "project/numtext.h"
 #include "project/runtime_error.h"
 #include "report/messages.h"
@@ -161,28 +161,30 @@ static bool fill_lanes(SpencerLanes& l, const std::vector<SpencerColumn>& cols)
 // column_terms of every column at once, without the message of a small
 // m_alpha: the same operations in the same order, free of branches, so that
 // the compiler works out several columns in one instruction.
-static void lane_terms(SpencerLanes& l, double inv_f, double lam, double k)
+template <class V>
+[[gnu::always_inline]] static inline void lane_terms_with(SpencerLanes& l, double inv_f, double lam, double k)
 {
+    constexpr std::size_t w = lane_count<V>;
     const std::size_t n = l.t.size();
     const double *t = l.t.data(), *cg = l.cos_g.data(), *sa = l.sin_a.data(), *ca = l.cos_a.data();
     const double *ta = l.tan_a.data(), *f = l.f.data();
     double *ma_out = l.ma.data(), *a1 = l.a1.data(), *a2 = l.a2.data(), *a3 = l.a3.data();
     std::size_t i = 0;
-    const Double2 kk = {k, k}, one = {1, 1};
-    for (; i + 2 <= n; i += 2) {
-        const Double2 ti = load2(t + i), cgi = load2(cg + i), sai = load2(sa + i), cai = load2(ca + i);
-        const Double2 tai = load2(ta + i), fi = load2(f + i);
-        const Double2 t_f = ti * inv_f;
-        const Double2 ma = cgi + sai * t_f;
-        const Double2 na = cgi * tai - cai * t_f;
-        const Double2 inv_d = 1 / (lam * fi * na + ma);
+    const V kk = broadcast<V>(k), one = broadcast<V>(1);
+    for (; i + w <= n; i += w) {
+        const V ti = load_lanes<V>(t, i, w), cgi = load_lanes<V>(cg, i, w), sai = load_lanes<V>(sa, i, w);
+        const V cai = load_lanes<V>(ca, i, w), tai = load_lanes<V>(ta, i, w), fi = load_lanes<V>(f, i, w);
+        const V t_f = ti * inv_f;
+        const V ma = cgi + sai * t_f;
+        const V na = cgi * tai - cai * t_f;
+        const V inv_d = 1 / (lam * fi * na + ma);
         // |n_alpha| above 0.0001, as chain_terms tests it; both sides are
         // worked out and one taken.
-        const Mask2 steep = (na > 0.0001) | (na < -0.0001);
-        store2(ma_out + i, ma);
-        store2(a1 + i, steep ? (na + k * ma) * inv_d : kk);
-        store2(a2 + i, steep ? (tai * na + ma) * inv_d : one);
-        store2(a3 + i, steep ? (sai * na + ma * cai) * inv_d : cai);
+        const MaskOf<V> steep = (na > 0.0001) | (na < -0.0001);
+        store_lanes(ma_out, i, w, ma);
+        store_lanes(a1, i, w, steep ? (na + k * ma) * inv_d : kk);
+        store_lanes(a2, i, w, steep ? (tai * na + ma) * inv_d : one);
+        store_lanes(a3, i, w, steep ? (sai * na + ma * cai) * inv_d : cai);
     }
     for (; i < n; ++i) {
         const double t_f = t[i] * inv_f;
@@ -194,6 +196,24 @@ static void lane_terms(SpencerLanes& l, double inv_f, double lam, double k)
         a2[i] = ct.a2;
         a3[i] = ct.a3;
     }
+}
+
+static void lane_terms_2(SpencerLanes& l, double inv_f, double lam, double k)
+{
+    lane_terms_with<Double2>(l, inv_f, lam, k);
+}
+
+TOBEL_LANES4_TARGET static void lane_terms_4(SpencerLanes& l, double inv_f, double lam, double k)
+{
+    lane_terms_with<Double4>(l, inv_f, lam, k);
+}
+
+static void lane_terms(SpencerLanes& l, double inv_f, double lam, double k, bool two_lanes)
+{
+    if (!two_lanes && four_lanes_available())
+        lane_terms_4(l, inv_f, lam, k);
+    else
+        lane_terms_2(l, inv_f, lam, k);
 }
 
 // column_sums over the columns b..e - 1 from their lane_terms, in order, with
@@ -613,7 +633,7 @@ static void solve(Project& p, Port& port)
                     }
                     lanes = lanes_usable;
                     if (lanes)
-                        lane_terms(p.work.spencer_lanes, inv_f, lam, k);
+                        lane_terms(p.work.spencer_lanes, inv_f, lam, k, p.work.two_lanes);
                 }
                 if (i == 1 && setup_kept)
                     p.active_columns = std::int32_t(cols.size());

@@ -12,7 +12,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "project/double2.h"
+#include "project/lanes.h"
 #include "project/project.h"
 
 namespace tobel {
@@ -27,7 +27,9 @@ template <class V> struct SinCosOf {
 };
 using SinCos = SinCosOf<double>;
 
-template <class V> inline SinCosOf<V> rounded_angle_of(V s0, V c0, V angle, V stored)
+template <class V>
+[[gnu::always_inline]] inline SinCosOf<V> rounded_angle_of(const V& s0, const V& c0, const V& angle,
+                                                           const V& stored)
 {
     const V d = stored - angle;
     const V h = 1 - d * d / 2;
@@ -76,7 +78,7 @@ inline constexpr std::array<double, 9> atan_eighths{
 
 // The series of atan(y) to y^15 for |y| <= 1 / 16, of a double or of both
 // lanes of a Double2.
-template <class V> inline V atan_series(V y)
+template <class V> [[gnu::always_inline]] inline V atan_series(const V& y)
 {
     const V y2 = y * y;
     return y + y * y2 *
@@ -110,26 +112,42 @@ inline double quick_atan(double x)
     return std::copysign(r, x);
 }
 
-// quick_atan of both lanes, bit for bit: the same operations, two at a time,
-// for the ellipsoid's rows of dips.
-inline Double2 quick_atan2(Double2 x)
+// quick_atan of every lane, bit for bit: the same operations, a lane type's
+// width at a time, for the ellipsoid's rows of dips.
+template <class V> [[gnu::always_inline]] inline V quick_atan_lanes(const V& x)
 {
+    using M = MaskOf<V>;
+    constexpr std::size_t w = lane_count<V>;
     constexpr long long sign = std::numeric_limits<long long>::min();
-    const Mask2 bits = std::bit_cast<Mask2>(x);
-    const Double2 ax = std::bit_cast<Double2>(bits & ~sign);
-    if (!(ax[0] < 1e300) || !(ax[1] < 1e300))
-        return Double2{quick_atan(x[0]), quick_atan(x[1])};
-    const Mask2 inverted = ax > 1;
-    const Double2 z = inverted ? 1 / ax : ax;
-    const Double2 k8 = z * 8 + 0.5;
-    const int k0 = int(k8[0]), k1 = int(k8[1]);
-    const Double2 c = Double2{double(k0), double(k1)} * 0.125;
-    const Double2 y = (z - c) / (1 + z * c);
-    const Double2 series = atan_series(y);
-    Double2 r = Double2{atan_eighths[std::size_t(k0)], atan_eighths[std::size_t(k1)]} + series;
-    const Double2 half_pi = {1.5707963267948966, 1.5707963267948966};
-    r = inverted ? half_pi - r : r;
-    return std::bit_cast<Double2>((std::bit_cast<Mask2>(r) & ~sign) | (bits & sign));
+    // The compiler's own bit cast: std::bit_cast is a function, which an
+    // unoptimised build calls with four lanes in the wrong registers.
+    const M bits = __builtin_bit_cast(M, x);
+    const V ax = __builtin_bit_cast(V, bits & ~sign);
+    const M small = ax < 1e300;
+    bool all_small = true;
+    for (std::size_t j = 0; j < w; ++j)
+        all_small = all_small && small[j] != 0;
+    if (!all_small) {
+        V r{};
+        for (std::size_t j = 0; j < w; ++j)
+            r[j] = quick_atan(x[j]);
+        return r;
+    }
+    const M inverted = ax > 1;
+    const V z = inverted ? 1 / ax : ax;
+    const V k8 = z * 8 + 0.5;
+    V c{}, base{};
+    for (std::size_t j = 0; j < w; ++j) {
+        const int k = int(k8[j]);
+        c[j] = double(k);
+        base[j] = atan_eighths[std::size_t(k)];
+    }
+    c = c * 0.125;
+    const V y = (z - c) / (1 + z * c);
+    const V series = atan_series(y);
+    V r = base + series;
+    r = inverted ? 1.5707963267948966 - r : r;
+    return __builtin_bit_cast(V, (__builtin_bit_cast(M, r) & ~sign) | (bits & sign));
 }
 
 // The entry of a node's stored dips from the library functions of the angles.

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "project/double2.h"
+#include "project/lanes.h"
 #include "surfaces/base_trig.h"
 #include "surfaces/trial_region.h"
 
@@ -65,17 +65,24 @@ ColumnSpan rim_columns(const std::vector<double>& dys, int first, int last, doub
     return span_within([&](int c) { return dys[std::size_t(c)]; }, first, last, y0, spacing, ey, rl);
 }
 
-// out[i] = quick_atan(y[i] / x[i]), or of y[i] alone without x, two at a time.
-static void arc_tangents(const double* y, const double* x, double* out, std::size_t n)
+// out[i] = quick_atan(y[i] / x[i]), or of y[i] alone without x, a lane
+// type's width at a time.
+template <class V>
+[[gnu::always_inline]] static inline void arc_tangents(const double* y, const double* x, double* out,
+                                                       std::size_t n)
 {
+    constexpr std::size_t w = lane_count<V>;
     std::size_t i = 0;
-    for (; i + 2 <= n; i += 2)
-        store2(out + i, quick_atan2(x != nullptr ? load2(y + i) / load2(x + i) : load2(y + i)));
+    for (; i + w <= n; i += w) {
+        const V yi = load_lanes<V>(y, i, w);
+        store_lanes(out, i, w, quick_atan_lanes(x != nullptr ? yi / load_lanes<V>(x, i, w) : yi));
+    }
     for (; i < n; ++i)
         out[i] = quick_atan(x != nullptr ? y[i] / x[i] : y[i]);
 }
 
-void build_ellipsoid(Project& p)
+// The ellipsoid with the row loops worked a lane type V at a time.
+template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_with(Project& p)
 {
     const int rows = p.num_rows, cols = p.num_cols;
     const int ground = p.num_layers, sliding = p.sliding_index;
@@ -177,9 +184,9 @@ void build_ellipsoid(Project& p)
         const std::size_t rim = std::size_t(in.c1 - in.c0 + 1);
         const double* dyr = &dys[std::size_t(in.c0 - dys0)];
         const double rl2 = rl * rl;
-        in_pairs(rim, [&](std::size_t i, std::size_t lanes) {
-            const Double2 d = load_pair(dyr, i, lanes);
-            store_pair(rim_z.data(), i, lanes, ez - sqrt2(rl2 - d * d));
+        in_lanes<V>(rim, [&](std::size_t i, std::size_t lanes) TOBEL_LANE_BODY {
+            const V d = load_lanes<V>(dyr, i, lanes);
+            store_lanes(rim_z.data(), i, lanes, ez - sqrt_lanes(rl2 - d * d));
         });
         std::size_t n = 0;
         for (int col = in.c0; col <= in.c1; ++col) {
@@ -206,12 +213,15 @@ void build_ellipsoid(Project& p)
             return w.trig[trig_row + std::size_t(cut_cols[i] - slide.c0)];
         };
         // a. The sine and cosine of the Y dip, and its angle.
-        in_pairs(n, [&](std::size_t i, std::size_t lanes) {
-            const Double2 t = Double2{dy_at(cut_cols[i]), dy_at(cut_cols[i + lanes - 1])} / rl;
-            store_pair(sin_y.data(), i, lanes, t);
-            store_pair(cos_y.data(), i, lanes, sqrt2(1.0 - t * t));
+        in_lanes<V>(n, [&](std::size_t i, std::size_t lanes) TOBEL_LANE_BODY {
+            V d{};
+            for (std::size_t j = 0; j < lane_count<V>; ++j)
+                d[j] = dy_at(cut_cols[i + std::min(j, lanes - 1)]);
+            const V t = d / rl;
+            store_lanes(sin_y.data(), i, lanes, t);
+            store_lanes(cos_y.data(), i, lanes, sqrt_lanes(1.0 - t * t));
         });
-        arc_tangents(sin_y.data(), cos_y.data(), dip.data(), n);
+        arc_tangents<V>(sin_y.data(), cos_y.data(), dip.data(), n);
         // b. The stored Y dip, and the sine and cosine of it in place of those
         // of the unrounded angle.
         for (std::size_t i = 0; i < n; ++i) {
@@ -239,17 +249,17 @@ void build_ellipsoid(Project& p)
         }
         // c. The Y dip's tangent and the X slope, tilted by the cosine of the
         // stored, single, Y dip.
-        in_pairs(n, [&](std::size_t i, std::size_t lanes) {
-            const Double2 c = load_pair(cos_y.data(), i, lanes);
-            const Double2 tan_a = load_pair(sin_y.data(), i, lanes) / c;
+        in_lanes<V>(n, [&](std::size_t i, std::size_t lanes) TOBEL_LANE_BODY {
+            const V c = load_lanes<V>(cos_y.data(), i, lanes);
+            const V tan_a = load_lanes<V>(sin_y.data(), i, lanes) / c;
             for (std::size_t lane = 0; lane < lanes; ++lane)
                 entry(i + lane).tan_a = tan_a[lane];
             if (!two_d)
-                store_pair(slope.data(), i, lanes, slope_x / c);
+                store_lanes(slope.data(), i, lanes, slope_x / c);
         });
         if (two_d)
             continue;
-        arc_tangents(slope.data(), nullptr, dip.data(), n);
+        arc_tangents<V>(slope.data(), nullptr, dip.data(), n);
         // d. The stored X dip; its angle and slope stay in dip and slope, the
         // stored value goes where the Y dip's sines were, free by now.
         std::vector<double>& stored_x = sin_y;
@@ -268,12 +278,12 @@ void build_ellipsoid(Project& p)
             stored_x[i] = dip_x;
         }
         // e. The sine, cosine and tangent of the stored X dip.
-        in_pairs(n, [&](std::size_t i, std::size_t lanes) {
-            const Double2 v = load_pair(slope.data(), i, lanes);
-            const Double2 cb = 1.0 / sqrt2(1.0 + v * v);
-            const SinCosOf<Double2> sx = rounded_angle_of(v * cb, cb, load_pair(dip.data(), i, lanes),
-                                                          load_pair(stored_x.data(), i, lanes));
-            const Double2 tan_b = sx.s / sx.c;
+        in_lanes<V>(n, [&](std::size_t i, std::size_t lanes) TOBEL_LANE_BODY {
+            const V v = load_lanes<V>(slope.data(), i, lanes);
+            const V cb = 1.0 / sqrt_lanes(1.0 + v * v);
+            const SinCosOf<V> sx = rounded_angle_of(v * cb, cb, load_lanes<V>(dip.data(), i, lanes),
+                                                    load_lanes<V>(stored_x.data(), i, lanes));
+            const V tan_b = sx.s / sx.c;
             for (std::size_t lane = 0; lane < lanes; ++lane) {
                 BaseTrig& e = entry(i + lane);
                 e.sin_b = sx.s[lane];
@@ -293,6 +303,24 @@ void build_ellipsoid(Project& p)
 
     p.centre_y = p.ell_y;
     p.centre_z = p.ell_z;
+}
+
+static void build_ellipsoid_2(Project& p)
+{
+    build_ellipsoid_with<Double2>(p);
+}
+
+TOBEL_LANES4_TARGET static void build_ellipsoid_4(Project& p)
+{
+    build_ellipsoid_with<Double4>(p);
+}
+
+void build_ellipsoid(Project& p)
+{
+    if (!p.work.two_lanes && four_lanes_available())
+        build_ellipsoid_4(p);
+    else
+        build_ellipsoid_2(p);
 }
 
 } // namespace tobel

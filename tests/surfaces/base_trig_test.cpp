@@ -20,6 +20,27 @@ namespace {
 // A few units in a double's last place of 1.
 constexpr double few_ulps = 1e-15;
 
+// The four-lane forms, built for the processors that have them.
+TOBEL_LANES4_TARGET void quick_atan_of_four(const double* x, double* out)
+{
+    store_lanes(out, 0, 4, quick_atan_lanes(load_lanes<Double4>(x, 0, 4)));
+}
+
+TOBEL_LANES4_TARGET void sqrt_of_four(const double* x, double* out)
+{
+    store_lanes(out, 0, 4, sqrt_lanes(load_lanes<Double4>(x, 0, 4)));
+}
+
+TOBEL_LANES4_TARGET void rounded_angle_of_four(const double* s0, const double* c0, const double* angle,
+                                               const double* stored, double* s, double* c)
+{
+    const SinCosOf<Double4> r =
+        rounded_angle_of(load_lanes<Double4>(s0, 0, 4), load_lanes<Double4>(c0, 0, 4),
+                         load_lanes<Double4>(angle, 0, 4), load_lanes<Double4>(stored, 0, 4));
+    store_lanes(s, 0, 4, r.s);
+    store_lanes(c, 0, 4, r.c);
+}
+
 TEST(base_trig, angle_sum_over_the_rounding_gives_the_functions_of_the_stored_angle)
 {
     // The 3-4-5 triangle: sin = 0.6, cos = 0.8 of atan(0.75) exactly.
@@ -93,7 +114,7 @@ TEST(base_trig, quick_arc_tangent_of_an_eighth_is_the_library_angle)
 // the row. Every node must get, bit for bit, what the steps give node by node:
 // the quick arc tangents (the library's near a tie) and the angle sums of the
 // rounded dips. Three ellipsoids one after another over a sloping ground.
-TEST(base_trig, quick_arc_tangent_of_two_lanes_is_that_of_each_bit_for_bit)
+TEST(base_trig, quick_arc_tangent_of_two_and_four_lanes_is_that_of_each_bit_for_bit)
 {
     auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
     std::vector<double> xs = {0.0,
@@ -131,7 +152,7 @@ TEST(base_trig, quick_arc_tangent_of_two_lanes_is_that_of_each_bit_for_bit)
     int compared = 0;
     for (std::size_t i = 0; i < xs.size(); ++i)
         for (std::size_t j : {i, (i * 7 + 3) % xs.size()}) {
-            const Double2 q = quick_atan2(Double2{xs[i], xs[j]});
+            const Double2 q = quick_atan_lanes(Double2{xs[i], xs[j]});
             const double a = quick_atan(xs[i]), b = quick_atan(xs[j]);
             if (std::isnan(a)) {
                 EXPECT_TRUE(std::isnan(q[0]));
@@ -146,9 +167,24 @@ TEST(base_trig, quick_arc_tangent_of_two_lanes_is_that_of_each_bit_for_bit)
             ++compared;
         }
     EXPECT_GT(compared, 40000);
+    if (!four_lanes_available())
+        GTEST_SKIP() << "no four-lane instructions on this processor";
+    const std::size_t n = xs.size();
+    for (std::size_t i = 0; i < n; ++i) {
+        const double x[4] = {xs[i], xs[(i * 7 + 3) % n], xs[(i + 1) % n], xs[(i * 13 + 5) % n]};
+        double q[4];
+        quick_atan_of_four(x, q);
+        for (int j = 0; j < 4; ++j) {
+            const double a = quick_atan(x[j]);
+            if (std::isnan(a))
+                EXPECT_TRUE(std::isnan(q[j]));
+            else
+                EXPECT_EQ(bits(q[j]), bits(a)) << x[j];
+        }
+    }
 }
 
-TEST(base_trig, roots_and_rounded_angles_of_two_lanes_are_those_of_each_bit_for_bit)
+TEST(base_trig, roots_and_rounded_angles_of_two_and_four_lanes_are_those_of_each_bit_for_bit)
 {
     auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
     // The angle sum over the rounding difference d, written out.
@@ -175,12 +211,33 @@ TEST(base_trig, roots_and_rounded_angles_of_two_lanes_are_those_of_each_bit_for_
         ASSERT_EQ(bits(r.s[1]), bits(r1.s)) << a1;
         ASSERT_EQ(bits(r.c[1]), bits(r1.c)) << a1;
         const double x0 = std::pow(10.0, magnitude(gen)), x1 = std::pow(10.0, magnitude(gen));
-        const Double2 q = sqrt2(Double2{x0, x1});
+        const Double2 q = sqrt_lanes(Double2{x0, x1});
         ASSERT_EQ(bits(q[0]), bits(std::sqrt(x0))) << x0;
         ASSERT_EQ(bits(q[1]), bits(std::sqrt(x1))) << x1;
+        if (four_lanes_available()) {
+            // Lanes 2 and 3 the other way round.
+            const double s0[4] = {std::sin(a0), std::sin(a1), std::sin(a1), std::sin(a0)};
+            const double c0[4] = {std::cos(a0), std::cos(a1), std::cos(a1), std::cos(a0)};
+            const double an[4] = {a0, a1, a1, a0};
+            const double st[4] = {double(f0), double(f1), double(f1), double(f0)};
+            double s4[4], c4[4];
+            rounded_angle_of_four(s0, c0, an, st, s4, c4);
+            const SinCos want[4] = {r0, r1, r1, r0};
+            for (int j = 0; j < 4; ++j) {
+                ASSERT_EQ(bits(s4[j]), bits(want[j].s)) << an[j];
+                ASSERT_EQ(bits(c4[j]), bits(want[j].c)) << an[j];
+            }
+            const double x[4] = {x0, x1, -x0, 0.0};
+            double q4[4];
+            sqrt_of_four(x, q4);
+            ASSERT_EQ(bits(q4[0]), bits(std::sqrt(x0))) << x0;
+            ASSERT_EQ(bits(q4[1]), bits(std::sqrt(x1))) << x1;
+            ASSERT_TRUE(std::isnan(q4[2])) << x0;
+            ASSERT_EQ(bits(q4[3]), bits(0.0));
+        }
     }
     // A negative lane is not a number, as the library's root of it.
-    const Double2 q = sqrt2(Double2{-1.0, 4.0});
+    const Double2 q = sqrt_lanes(Double2{-1.0, 4.0});
     EXPECT_TRUE(std::isnan(q[0]));
     EXPECT_EQ(q[1], 2.0);
     // The angle sum over the rounding is near the library's functions of the
@@ -201,56 +258,60 @@ TEST(base_trig, the_dips_of_a_row_at_once_are_those_worked_out_node_by_node)
     const Centre centres[] = {{14.3f, 17.9f, 31.7f, 21.3f, 0.7f},
                               {9.1f, 22.4f, 35.2f, 24.9f, 0.45f},
                               {20.6f, 12.3f, 27.8f, 17.1f, 1.0f}};
-    clear_sliding_surface(*p);
-    for (const Centre& e0 : centres) {
-        p->ell_x = e0.x;
-        p->ell_y = e0.y;
-        p->ell_z = e0.z;
-        p->ell_radius = e0.radius;
-        p->ell_aspect = e0.aspect;
-        build_ellipsoid(*p);
-        const double a = p->ell_aspect, rr = p->ell_radius, k = a * a * rr * rr;
-        int cut = 0;
-        for (int row = 1; row <= p->num_rows; ++row)
-            for (int col = 1; col <= p->num_cols; ++col) {
-                if (sliding(*p, row, col) == ground(*p, row, col))
-                    continue;
-                ++cut;
-                const double dx = double(p->ell_x) - double(float(node_x(*p, row)));
-                const double dy = double(float(node_y(*p, col))) - double(p->ell_y);
-                const double rl = rr * std::sqrt(1.0 - dx * dx / k);
-                const double slope_x = ((-dx) / a) / std::sqrt(k - dx * dx);
-                ASSERT_EQ(sliding(*p, row, col), float(double(p->ell_z) - std::sqrt(rl * rl - dy * dy)));
-                // The Y dip and its functions.
-                const double t = dy / rl;
-                const double ct = std::sqrt(1.0 - t * t);
-                double ay = quick_atan(t / ct);
-                if (near_float_tie(ay, 1e-14))
-                    ay = std::atan(t / ct);
-                const float dip_y = float(ay);
-                const SinCos sy = rounded_angle(t, ct, ay, dip_y);
-                // The X dip and its functions.
-                double v = slope_x / sy.c;
-                double ax = quick_atan(v);
-                if (near_float_tie(ax, 1e-12)) {
-                    v = slope_x / std::cos(double(dip_y));
-                    ax = std::atan(v);
+    // Both widths of the row loops, where the processor has four lanes.
+    for (const bool two_lanes : {false, true}) {
+        p->work.two_lanes = two_lanes;
+        clear_sliding_surface(*p);
+        for (const Centre& e0 : centres) {
+            p->ell_x = e0.x;
+            p->ell_y = e0.y;
+            p->ell_z = e0.z;
+            p->ell_radius = e0.radius;
+            p->ell_aspect = e0.aspect;
+            build_ellipsoid(*p);
+            const double a = p->ell_aspect, rr = p->ell_radius, k = a * a * rr * rr;
+            int cut = 0;
+            for (int row = 1; row <= p->num_rows; ++row)
+                for (int col = 1; col <= p->num_cols; ++col) {
+                    if (sliding(*p, row, col) == ground(*p, row, col))
+                        continue;
+                    ++cut;
+                    const double dx = double(p->ell_x) - double(float(node_x(*p, row)));
+                    const double dy = double(float(node_y(*p, col))) - double(p->ell_y);
+                    const double rl = rr * std::sqrt(1.0 - dx * dx / k);
+                    const double slope_x = ((-dx) / a) / std::sqrt(k - dx * dx);
+                    ASSERT_EQ(sliding(*p, row, col), float(double(p->ell_z) - std::sqrt(rl * rl - dy * dy)));
+                    // The Y dip and its functions.
+                    const double t = dy / rl;
+                    const double ct = std::sqrt(1.0 - t * t);
+                    double ay = quick_atan(t / ct);
+                    if (near_float_tie(ay, 1e-14))
+                        ay = std::atan(t / ct);
+                    const float dip_y = float(ay);
+                    const SinCos sy = rounded_angle(t, ct, ay, dip_y);
+                    // The X dip and its functions.
+                    double v = slope_x / sy.c;
+                    double ax = quick_atan(v);
+                    if (near_float_tie(ax, 1e-12)) {
+                        v = slope_x / std::cos(double(dip_y));
+                        ax = std::atan(v);
+                    }
+                    const float dip_x = float(ax);
+                    const double cb = 1.0 / std::sqrt(1.0 + v * v);
+                    const SinCos sx = rounded_angle(v * cb, cb, ax, dip_x);
+                    ASSERT_EQ(p->surf_dip_y(row, col), dip_y) << row << "," << col;
+                    ASSERT_EQ(p->surf_dip_x(row, col), dip_x) << row << "," << col;
+                    const BaseTrig* e = find_base_trig(p->work, row, col, dip_x, dip_y);
+                    ASSERT_NE(e, nullptr) << row << "," << col;
+                    EXPECT_EQ(e->sin_a, sy.s);
+                    EXPECT_EQ(e->cos_a, sy.c);
+                    EXPECT_EQ(e->tan_a, sy.s / sy.c);
+                    EXPECT_EQ(e->sin_b, sx.s);
+                    EXPECT_EQ(e->cos_b, sx.c);
+                    EXPECT_EQ(e->tan_b, sx.s / sx.c);
                 }
-                const float dip_x = float(ax);
-                const double cb = 1.0 / std::sqrt(1.0 + v * v);
-                const SinCos sx = rounded_angle(v * cb, cb, ax, dip_x);
-                ASSERT_EQ(p->surf_dip_y(row, col), dip_y) << row << "," << col;
-                ASSERT_EQ(p->surf_dip_x(row, col), dip_x) << row << "," << col;
-                const BaseTrig* e = find_base_trig(p->work, row, col, dip_x, dip_y);
-                ASSERT_NE(e, nullptr) << row << "," << col;
-                EXPECT_EQ(e->sin_a, sy.s);
-                EXPECT_EQ(e->cos_a, sy.c);
-                EXPECT_EQ(e->tan_a, sy.s / sy.c);
-                EXPECT_EQ(e->sin_b, sx.s);
-                EXPECT_EQ(e->cos_b, sx.c);
-                EXPECT_EQ(e->tan_b, sx.s / sx.c);
-            }
-        EXPECT_GT(cut, 300);
+            EXPECT_GT(cut, 300);
+        }
     }
 }
 
