@@ -31,9 +31,7 @@
 namespace tobel {
 
 using Double2 = double __attribute__((vector_size(16)));
-using Mask2 = long long __attribute__((vector_size(16)));
 using Double4 = double __attribute__((vector_size(32)));
-using Mask4 = long long __attribute__((vector_size(32)));
 
 // The lanes of a lane type, and the type of its comparisons.
 template <class V> inline constexpr std::size_t lane_count = sizeof(V) / sizeof(double);
@@ -69,18 +67,6 @@ template <class V> [[gnu::always_inline]] inline V broadcast(double x)
     return v;
 }
 
-inline Double2 load2(const double* x)
-{
-    Double2 v;
-    std::memcpy(&v, x, sizeof v);
-    return v;
-}
-
-inline void store2(double* x, Double2 v)
-{
-    std::memcpy(x, &v, sizeof v);
-}
-
 // Calls f(i, lanes) for the entries 0..n-1 a lane type's width at a time:
 // lane j is entry i + j, or at a short end (lanes < the width) the last entry
 // again. A lane goes through what the others do, so the short end needs no
@@ -90,11 +76,6 @@ template <class V, class F> [[gnu::always_inline]] inline void in_lanes(std::siz
     constexpr std::size_t w = lane_count<V>;
     for (std::size_t i = 0; i < n; i += w)
         f(i, std::min(w, n - i));
-}
-
-template <class F> [[gnu::always_inline]] inline void in_pairs(std::size_t n, F&& f)
-{
-    in_lanes<Double2>(n, f);
 }
 
 // Entries i.. of x as in_lanes hands them out.
@@ -111,11 +92,6 @@ template <class V>
     return v;
 }
 
-inline Double2 load_pair(const double* x, std::size_t i, std::size_t lanes)
-{
-    return Double2{x[i], x[i + lanes - 1]};
-}
-
 // The first `lanes` lanes of v to entries i.. of x.
 template <class V>
 [[gnu::always_inline]] inline void store_lanes(double* x, std::size_t i, std::size_t lanes, const V& v)
@@ -128,11 +104,6 @@ template <class V>
         x[i + j] = v[j];
 }
 
-inline void store_pair(double* x, std::size_t i, std::size_t lanes, Double2 v)
-{
-    store_lanes(x, i, lanes, v);
-}
-
 // The square roots of every lane, each rounded as std::sqrt rounds it.
 inline Double2 sqrt_lanes(Double2 x)
 {
@@ -141,11 +112,6 @@ inline Double2 sqrt_lanes(Double2 x)
 #else
     return Double2{std::sqrt(x[0]), std::sqrt(x[1])};
 #endif
-}
-
-inline Double2 sqrt2(Double2 x)
-{
-    return sqrt_lanes(x);
 }
 
 TOBEL_LANES4_TARGET inline Double4 sqrt_lanes(Double4 x)
