@@ -6,8 +6,8 @@
 //
 // Two lanes are what every x86-64 processor has. Four need AVX2: a loop
 // written over a lane type V is built for both, the four-lane form in a
-// function marked `lanes4_target`, and chosen at run time by
-// four_lanes_available(). No form uses fused multiply-adds, whose single
+// function marked TOBEL_LANES4_TARGET, and chosen at run time by
+// take_four_lanes(). No form uses fused multiply-adds, whose single
 // rounding would change results.
 #pragma once
 
@@ -56,6 +56,13 @@ inline bool four_lanes_available()
 #else
     return false;
 #endif
+}
+
+// Whether to take the four-lane form: where the processor has it, unless two
+// lanes are asked for (the solver work's `two_lanes`, for comparisons).
+inline bool take_four_lanes(bool two_lanes)
+{
+    return !two_lanes && four_lanes_available();
 }
 
 // x in every lane (a signed zero stays signed, as it would not in V{} + x).

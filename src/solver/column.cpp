@@ -348,8 +348,8 @@ TOBEL_LANES4_TARGET static bool dense_row_setup_4(const Project& p, int r, int c
 
 bool dense_row_setup(const Project& p, int r, int c0, int c1, DenseRow& d)
 {
-    return !p.work.two_lanes && four_lanes_available() ? dense_row_setup_4(p, r, c0, c1, d)
-                                                       : dense_row_setup_2(p, r, c0, c1, d);
+    return take_four_lanes(p.work.two_lanes) ? dense_row_setup_4(p, r, c0, c1, d)
+                                             : dense_row_setup_2(p, r, c0, c1, d);
 }
 
 void clear_inactive_span(Project& p, int r, int c0, int c1, const NodeBox& stale, ColumnRow& row,

@@ -210,7 +210,7 @@ TOBEL_LANES4_TARGET static void lane_terms_4(SpencerLanes& l, double inv_f, doub
 
 static void lane_terms(SpencerLanes& l, double inv_f, double lam, double k, bool two_lanes)
 {
-    if (!two_lanes && four_lanes_available())
+    if (take_four_lanes(two_lanes))
         lane_terms_4(l, inv_f, lam, k);
     else
         lane_terms_2(l, inv_f, lam, k);

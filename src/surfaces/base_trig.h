@@ -21,7 +21,7 @@ namespace tobel {
 // the sine s0 and cosine c0 of the double angle: the angle sum over the
 // rounding difference d (exact in double), with d^2 / 2 for cos d and d for
 // sin d; d is at most half a float's last bit, so d^3 lies far below a
-// double's last bit. Of a double or of both lanes of a Double2.
+// double's last bit. Of a double or of every lane of a lane type.
 template <class V> struct SinCosOf {
     V s, c;
 };
@@ -76,8 +76,8 @@ inline constexpr std::array<double, 9> atan_eighths{
     0x1.921fb54442d18p-1,
 };
 
-// The series of atan(y) to y^15 for |y| <= 1 / 16, of a double or of both
-// lanes of a Double2.
+// The series of atan(y) to y^15 for |y| <= 1 / 16, of a double or of every
+// lane of a lane type.
 template <class V> [[gnu::always_inline]] inline V atan_series(const V& y)
 {
     const V y2 = y * y;

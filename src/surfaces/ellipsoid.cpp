@@ -317,7 +317,7 @@ TOBEL_LANES4_TARGET static void build_ellipsoid_4(Project& p)
 
 void build_ellipsoid(Project& p)
 {
-    if (!p.work.two_lanes && four_lanes_available())
+    if (take_four_lanes(p.work.two_lanes))
         build_ellipsoid_4(p);
     else
         build_ellipsoid_2(p);
