@@ -91,6 +91,7 @@ struct SpencerColumn {
     double area = 0, pore = 0, tan_b = 0;
     double zs = 0, zg = 0;
     double u = 0, coh = 0; // U = u A, C = c A
+    double side_water = 0; // force of the water pressure on the column's side
 };
 
 // What an F iteration of a Spencer or Morgenstern-Price round reads of each
@@ -99,6 +100,12 @@ struct SpencerColumn {
 struct SpencerLanes {
     std::vector<double> t, cos_g, sin_a, cos_a, tan_a, f, w, ut_c; // as in SpencerColumn
     std::vector<double> ma, a1, a2, a3;                            // the terms of the iteration
+    bool small_ma = false; // some column's m_alpha is below 0.1 in size (lane_terms)
+    // The last pass of a round reads these as well: what it works out of a
+    // column before the thrust that comes along the row is known.
+    std::vector<double> u, coh, area; // as in SpencerColumn
+    std::vector<double> v;            // the coefficient of the column's row
+    std::vector<double> na, de, n, n_vert, normal, shear;
 };
 
 struct SpencerRow {

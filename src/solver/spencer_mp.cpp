@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <type_traits>
 #include <vector>
 
 #include "project/lanes.h"
@@ -94,21 +95,16 @@ static std::string m_alpha_text(double ma, int c, int r, int m)
            str(m);
 }
 
-// The chain terms of a column at 1 / F and lambda, with n_alpha, which the
-// last pass needs again; a small m_alpha is reported as it is met.
-struct ColumnTerms {
-    double na;
-    ChainTerms ct;
-};
-
-static inline ColumnTerms column_terms(Project& p, const SpencerColumn& e, double inv_f, double lam, double k)
+// The chain terms of a column at 1 / F and lambda; a small m_alpha is
+// reported as it is met.
+static inline ChainTerms column_terms(Project& p, const SpencerColumn& e, double inv_f, double lam, double k)
 {
     const double t_f = e.t * inv_f;
     const double ma = e.cos_g + e.sin_a * t_f;
     const double na = e.cos_g * e.tan_a - e.cos_a * t_f;
     if (std::abs(ma) < 0.1)
         add_message(p, m_alpha_text(ma, e.c, e.r, e.m));
-    return {na, chain_terms(ma, na, lam * e.f, k, e.sin_a, e.cos_a, e.tan_a)};
+    return chain_terms(ma, na, lam * e.f, k, e.sin_a, e.cos_a, e.tan_a);
 }
 
 // A column's part of its row's sums a1, a2, a3, from its weight W, U T - C
@@ -127,7 +123,7 @@ static inline void add_to_row_sums(double w, double ut_c, const ChainTerms& ct, 
 static inline bool column_sums(Project& p, const SpencerColumn& e, double inv_f, double lam, double k,
                                double& a1s, double& a2s, double& a3s)
 {
-    const ChainTerms ct = column_terms(p, e, inv_f, lam, k).ct;
+    const ChainTerms ct = column_terms(p, e, inv_f, lam, k);
     if (!std::isfinite(ct.a1) || !std::isfinite(ct.a2) || !std::isfinite(ct.a3))
         return false;
     add_to_row_sums(e.w, e.ut_c, ct, inv_f, a1s, a2s, a3s);
@@ -139,8 +135,9 @@ static inline bool column_sums(Project& p, const SpencerColumn& e, double inv_f,
 static bool fill_lanes(SpencerLanes& l, const std::vector<SpencerColumn>& cols)
 {
     const std::size_t n = cols.size();
-    for (auto* v :
-         {&l.t, &l.cos_g, &l.sin_a, &l.cos_a, &l.tan_a, &l.f, &l.w, &l.ut_c, &l.ma, &l.a1, &l.a2, &l.a3})
+    for (auto* v : {&l.t,  &l.cos_g, &l.sin_a, &l.cos_a,  &l.tan_a,  &l.f,    &l.w,    &l.ut_c,
+                    &l.ma, &l.a1,    &l.a2,    &l.a3,     &l.u,      &l.coh,  &l.area, &l.v,
+                    &l.na, &l.de,    &l.n,     &l.n_vert, &l.normal, &l.shear})
         v->resize(n);
     for (std::size_t i = 0; i < n; ++i) {
         const SpencerColumn& e = cols[i];
@@ -154,48 +151,68 @@ static bool fill_lanes(SpencerLanes& l, const std::vector<SpencerColumn>& cols)
         l.f[i] = e.f;
         l.w[i] = e.w;
         l.ut_c[i] = e.ut_c;
+        l.u[i] = e.u;
+        l.coh[i] = e.coh;
+        l.area[i] = e.area;
     }
     return true;
 }
 
-// column_terms of every column at once, without the message of a small
-// m_alpha: the same operations in the same order, free of branches, so that
-// the compiler works out several columns in one instruction.
+// x in every lane of V, or x itself when V is a single double.
+template <class V> [[gnu::always_inline]] static inline V splat(double x)
+{
+    if constexpr (std::is_same_v<V, double>)
+        return x;
+    else
+        return broadcast<V>(x);
+}
+
+// m_alpha, n_alpha and the chain terms of column_terms, without the message
+// of a small m_alpha: the same operations in the same order, free of
+// branches, so that they serve several columns in one instruction as well as
+// one column (V = double).
+template <class V> struct TermsOf {
+    V ma, na, a1, a2, a3;
+};
+
+template <class V>
+[[gnu::always_inline]] static inline TermsOf<V> terms_of(const V& t, const V& cos_g, const V& sin_a,
+                                                         const V& cos_a, const V& tan_a, const V& f,
+                                                         double inv_f, double lam, double k)
+{
+    TermsOf<V> o;
+    const V t_f = t * inv_f;
+    o.ma = cos_g + sin_a * t_f;
+    o.na = cos_g * tan_a - cos_a * t_f;
+    const V inv_d = 1 / (lam * f * o.na + o.ma);
+    // As chain_terms: |n_alpha| not above 0.0001 takes k, 1 and cos(alpha);
+    // both sides are worked out and one taken.
+    const auto steep = (o.na > 0.0001) | (o.na < -0.0001);
+    o.a1 = steep ? (o.na + k * o.ma) * inv_d : splat<V>(k);
+    o.a2 = steep ? (tan_a * o.na + o.ma) * inv_d : splat<V>(1);
+    o.a3 = steep ? (sin_a * o.na + o.ma * cos_a) * inv_d : cos_a;
+    return o;
+}
+
+// terms_of every column at once, from the arrays of fill_lanes, and whether
+// any m_alpha is small enough for a message.
 template <class V>
 [[gnu::always_inline]] static inline void lane_terms_with(SpencerLanes& l, double inv_f, double lam, double k)
 {
-    constexpr std::size_t w = lane_count<V>;
-    const std::size_t n = l.t.size();
-    const double *t = l.t.data(), *cg = l.cos_g.data(), *sa = l.sin_a.data(), *ca = l.cos_a.data();
-    const double *ta = l.tan_a.data(), *f = l.f.data();
-    double *ma_out = l.ma.data(), *a1 = l.a1.data(), *a2 = l.a2.data(), *a3 = l.a3.data();
-    std::size_t i = 0;
-    const V kk = broadcast<V>(k), one = broadcast<V>(1);
-    for (; i + w <= n; i += w) {
-        const V ti = load_lanes<V>(t, i, w), cgi = load_lanes<V>(cg, i, w), sai = load_lanes<V>(sa, i, w);
-        const V cai = load_lanes<V>(ca, i, w), tai = load_lanes<V>(ta, i, w), fi = load_lanes<V>(f, i, w);
-        const V t_f = ti * inv_f;
-        const V ma = cgi + sai * t_f;
-        const V na = cgi * tai - cai * t_f;
-        const V inv_d = 1 / (lam * fi * na + ma);
-        // |n_alpha| above 0.0001, as chain_terms tests it; both sides are
-        // worked out and one taken.
-        const MaskOf<V> steep = (na > 0.0001) | (na < -0.0001);
-        store_lanes(ma_out, i, w, ma);
-        store_lanes(a1, i, w, steep ? (na + k * ma) * inv_d : kk);
-        store_lanes(a2, i, w, steep ? (tai * na + ma) * inv_d : one);
-        store_lanes(a3, i, w, steep ? (sai * na + ma * cai) * inv_d : cai);
-    }
-    for (; i < n; ++i) {
-        const double t_f = t[i] * inv_f;
-        const double ma = cg[i] + sa[i] * t_f;
-        const double na = cg[i] * ta[i] - ca[i] * t_f;
-        const ChainTerms ct = chain_terms(ma, na, lam * f[i], k, sa[i], ca[i], ta[i]);
-        ma_out[i] = ma;
-        a1[i] = ct.a1;
-        a2[i] = ct.a2;
-        a3[i] = ct.a3;
-    }
+    MaskOf<V> small{};
+    in_lanes<V>(l.t.size(), [&](std::size_t i, std::size_t m) TOBEL_LANE_BODY {
+        auto in = [&](const std::vector<double>& x) TOBEL_LANE_BODY { return load_lanes<V>(x.data(), i, m); };
+        const TermsOf<V> o =
+            terms_of<V>(in(l.t), in(l.cos_g), in(l.sin_a), in(l.cos_a), in(l.tan_a), in(l.f), inv_f, lam, k);
+        small |= (o.ma < 0.1) & (o.ma > -0.1);
+        store_lanes(l.ma.data(), i, m, o.ma);
+        store_lanes(l.a1.data(), i, m, o.a1);
+        store_lanes(l.a2.data(), i, m, o.a2);
+        store_lanes(l.a3.data(), i, m, o.a3);
+    });
+    l.small_ma = false;
+    for (std::size_t j = 0; j < lane_count<V>; ++j)
+        l.small_ma = l.small_ma || small[j] != 0;
 }
 
 static void lane_terms_2(SpencerLanes& l, double inv_f, double lam, double k)
@@ -214,6 +231,87 @@ static void lane_terms(SpencerLanes& l, double inv_f, double lam, double k, bool
         lane_terms_4(l, inv_f, lam, k);
     else
         lane_terms_2(l, inv_f, lam, k);
+}
+
+// What the last pass of a round works out of a column before the thrust
+// entering it is known: terms_of, the thrust increment de at the row's
+// coefficient v and, unless n_alpha is 0, the normal force N.
+template <class V> struct LastTerms {
+    TermsOf<V> ct;
+    V de, n;
+};
+
+// What follows from N: N cos(gamma) / cos(alpha), N / A and the shear force
+// ((N - U) T + C) / F.
+template <class V> struct NormalTerms {
+    V n_vert, normal, shear;
+};
+
+template <class V>
+[[gnu::always_inline]] static inline NormalTerms<V> normal_terms(const V& n, const V& cos_g, const V& cos_a,
+                                                                 const V& area, const V& u, const V& t,
+                                                                 const V& coh, double f_s)
+{
+    return {n * cos_g / cos_a, n / area, ((n - u) * t + coh) / f_s};
+}
+
+template <class V>
+[[gnu::always_inline]] static inline LastTerms<V>
+last_terms(const V& t, const V& cos_g, const V& sin_a, const V& cos_a, const V& tan_a, const V& f, const V& w,
+           const V& ut_c, const V& u, const V& coh, const V& v, double inv_f, double f_s, double lam,
+           double k)
+{
+    LastTerms<V> o;
+    o.ct = terms_of<V>(t, cos_g, sin_a, cos_a, tan_a, f, inv_f, lam, k);
+    o.de = -w * o.ct.a1 - w * v * o.ct.a2 - ut_c * o.ct.a3 / f_s;
+    o.n = (-o.de - (k + v) * w + (coh - u * t) * cos_a / f_s) / o.ct.na;
+    return o;
+}
+
+// last_terms and normal_terms of every column at once, from the arrays of
+// fill_lanes and the row coefficients in l.v.
+template <class V>
+[[gnu::always_inline]] static inline void last_lane_terms_with(SpencerLanes& l, double inv_f, double f_s,
+                                                               double lam, double k)
+{
+    in_lanes<V>(l.t.size(), [&](std::size_t i, std::size_t m) TOBEL_LANE_BODY {
+        auto in = [&](const std::vector<double>& x) TOBEL_LANE_BODY { return load_lanes<V>(x.data(), i, m); };
+        auto out = [&](std::vector<double>& x, const V& y)
+                       TOBEL_LANE_BODY { store_lanes(x.data(), i, m, y); };
+        const V t = in(l.t), cos_g = in(l.cos_g), cos_a = in(l.cos_a), u = in(l.u), coh = in(l.coh);
+        const LastTerms<V> o = last_terms<V>(t, cos_g, in(l.sin_a), cos_a, in(l.tan_a), in(l.f), in(l.w),
+                                             in(l.ut_c), u, coh, in(l.v), inv_f, f_s, lam, k);
+        const NormalTerms<V> nt = normal_terms<V>(o.n, cos_g, cos_a, in(l.area), u, t, coh, f_s);
+        out(l.ma, o.ct.ma);
+        out(l.na, o.ct.na);
+        out(l.a1, o.ct.a1);
+        out(l.a2, o.ct.a2);
+        out(l.a3, o.ct.a3);
+        out(l.de, o.de);
+        out(l.n, o.n);
+        out(l.n_vert, nt.n_vert);
+        out(l.normal, nt.normal);
+        out(l.shear, nt.shear);
+    });
+}
+
+static void last_lane_terms_2(SpencerLanes& l, double inv_f, double f_s, double lam, double k)
+{
+    last_lane_terms_with<Double2>(l, inv_f, f_s, lam, k);
+}
+
+TOBEL_LANES4_TARGET static void last_lane_terms_4(SpencerLanes& l, double inv_f, double f_s, double lam,
+                                                  double k)
+{
+    last_lane_terms_with<Double4>(l, inv_f, f_s, lam, k);
+}
+
+static void last_lane_terms(SpencerLanes& l, double inv_f, double f_s, double lam, double k, bool two_lanes)
+{
+    if (take_four_lanes(two_lanes))
+        last_lane_terms_4(l, inv_f, f_s, lam, k);
+    else
+        last_lane_terms_2(l, inv_f, f_s, lam, k);
 }
 
 // column_sums over the columns b..e - 1 from their lane_terms, in order, with
@@ -241,7 +339,7 @@ static bool lane_sums(Project& p, const SpencerLanes& l, const std::vector<Spenc
                 break;
             }
     // A small m_alpha is reported for every column up to the one that failed.
-    for (std::size_t i = b; i < end; ++i)
+    for (std::size_t i = b; l.small_ma && i < end; ++i)
         if (std::abs(l.ma[i]) < 0.1)
             add_message(p, m_alpha_text(l.ma[i], cols[i].c, cols[i].r, cols[i].m));
     return ok;
@@ -456,40 +554,47 @@ static void solve(Project& p, Port& port)
     bool lanes_filled = false, lanes_usable = false;
     Failure failure;
 
-    // The column's equations at F and lambda; in the last pass the thrust,
-    // the normal force, the side strength and the moments as well. Kept in
-    // line, so that the locals of the pass it carries on (the thrust line,
-    // the lateral moment, the ratio count) stay in registers.
+    // The column's equations at F and lambda in the last pass of a round:
+    // the thrust, the normal force, the side strength and the moments, from
+    // the terms worked out before the thrust entering the column is known.
+    // Kept in line, so that the locals of the pass it carries on (the thrust
+    // line, the lateral moment, the ratio count) stay in registers.
     // clang-format off
-    auto equations = [&](SpencerColumn& e, RowState& rs) __attribute__((always_inline)) -> bool {
+    auto equations = [&](SpencerColumn& e, RowState& rs, const LastTerms<double>& lt, NormalTerms<double> nt)
+        __attribute__((always_inline)) -> bool {
         // clang-format on
-        const auto [na, ct] = column_terms(p, e, inv_f, lam, k);
-        const double a1 = ct.a1, a2 = ct.a2, a3 = ct.a3;
+        if (std::abs(lt.ct.ma) < 0.1)
+            add_message(p, m_alpha_text(lt.ct.ma, e.c, e.r, e.m));
+        const double a1 = lt.ct.a1, a2 = lt.ct.a2, a3 = lt.ct.a3;
         if (!std::isfinite(a1) || !std::isfinite(a2) || !std::isfinite(a3))
             return false;
-        if (last_pass) {
+        {
             const int r = e.r, c = e.c;
             if (e.prev_active) // the arm is carried from the last base to this one
                 rs.arm = t_thrust - e.zs + double(p.zgrid(r, c - 1, si));
             const double v = p.row_coef[std::size_t(r)];
             const double e_in = rs.e;
-            const double de = -e.w * a1 - e.w * v * a2 - (e.u * e.t - e.coh) * a3 / f_s;
+            const double de = lt.de;
             rs.e = e_in + de;
             const double en = rs.e;
             // The thrust less the force of the water pressure on the side.
-            p.col_eff_thrust.v[e.at] = float(en - (e.pore * e.pore / 2 / gw) * rs_w);
+            const float eff_stored = float(en - e.side_water);
+            p.col_eff_thrust.v[e.at] = eff_stored;
             const double x = en * e.f * lam;
-            const double n =
-                na == 0 ? x + e.w : (-de - (k + v) * e.w + (e.coh - e.u * e.t) * e.cos_a / f_s) / na;
+            double n = lt.n;
+            if (lt.ct.na == 0) {
+                n = x + e.w;
+                nt = normal_terms<double>(n, e.cos_g, e.cos_a, e.area, e.u, e.t, e.coh, f_s);
+            }
             if (!std::isfinite(n) || !std::isfinite(en))
                 return false;
-            const double n_vert = n * e.cos_g / e.cos_a;
+            const double n_vert = nt.n_vert;
             if (n < 0)
                 p.neg_normal_sum = float(double(p.neg_normal_sum) + std::abs(n));
             const double b = n * e.cos_g * e.tan_b;
             p.lateral_unbalance = float(double(p.lateral_unbalance) + b);
             lat_moment += b * (cz - e.zs);
-            p.col_normal.v[e.at] = float(n / e.area);
+            p.col_normal.v[e.at] = float(nt.normal);
 
             const double h = e.zg - e.zs;
             const bool chain_end = c == num_cols || p.zgrid(r, c + 1, si) == p.zgrid(r, c + 1, nl);
@@ -524,7 +629,7 @@ static void solve(Project& p, Port& port)
                 }
                 // Stresses on the vertical side: uniform, or a trapezoid when
                 // the thrust line lies low in the middle third.
-                const double eff = p.col_eff_thrust.v[e.at];
+                const double eff = eff_stored;
                 double sb = 0, st = 0;
                 if (eff < 0) {
                     p.vol_tension = float(double(p.vol_tension) + h * a_plan);
@@ -537,7 +642,9 @@ static void solve(Project& p, Port& port)
                 }
                 // Strength of the vertical side through the column, layer by
                 // layer with the vertical values of every material type.
-                const double g = (sb - st) / h;
+                // A uniform stress has no gradient (a division spared: (sb - st) / h
+                // is a zero then, whose sign the sums below do not keep).
+                const double g = sb == st && std::isfinite(sb) && std::abs(h) > 0 ? 0.0 : (sb - st) / h;
                 double sv = 0;
                 const int base = p.col_material.v[e.at];
                 for (int l = base; l <= nl; ++l) {
@@ -546,10 +653,12 @@ static void solve(Project& p, Port& port)
                     const double mean = ((sb - bl * g) + (sb - tl * g)) / 2;
                     sv += (double(p.mat_cohesion_v[l]) + tan_phi_v[std::size_t(l)] * mean) * (tl - bl) * rs_w;
                 }
-                if (x > 0)
-                    p.col_shear_ratio.v[e.at] = float(sv / x);
-                // A ratio left from before counts the same.
-                if (std::abs(p.col_shear_ratio.v[e.at]) < 1)
+                float ratio = p.col_shear_ratio.v[e.at]; // a ratio left from before counts the same
+                if (x > 0) {
+                    ratio = float(sv / x);
+                    p.col_shear_ratio.v[e.at] = ratio;
+                }
+                if (std::abs(ratio) < 1)
                     p.vol_overstressed = float(double(p.vol_overstressed) + h * a_plan);
             }
             // Moments about the centre; y lies one spacing on from the node.
@@ -559,10 +668,10 @@ static void solve(Project& p, Port& port)
             const double pa = arm * e.cos_a - hc * e.sin_a;
             const double qa = arm * e.sin_a + hc * e.cos_a;
             const double em = hc - h / 2;
-            p.moment_shear = float(double(p.moment_shear) + (((n - e.u) * e.t + e.coh) / f_s) * qa);
+            p.moment_shear = float(double(p.moment_shear) + nt.shear * qa);
             p.moment_other = float(double(p.moment_other) - e.w * (arm + k * em) + n_vert * pa);
         }
-        add_to_row_sums(e.w, e.ut_c, ct, inv_f, rs.a1, rs.a2, rs.a3);
+        add_to_row_sums(e.w, e.ut_c, ChainTerms{a1, a2, a3}, inv_f, rs.a1, rs.a2, rs.a3);
         return true;
     };
 
@@ -625,15 +734,22 @@ static void solve(Project& p, Port& port)
                 }
                 // An iteration that only sums the columns set up before works
                 // their terms out all at once.
+                SpencerLanes& sl = p.work.spencer_lanes;
                 bool lanes = false;
-                if (!last_pass && (i > 1 || setup_kept) && !p.work.per_column_terms) {
+                if ((i > 1 || setup_kept) && !p.work.per_column_terms) {
                     if (!lanes_filled) {
-                        lanes_usable = fill_lanes(p.work.spencer_lanes, cols);
+                        lanes_usable = fill_lanes(sl, cols);
                         lanes_filled = true;
                     }
                     lanes = lanes_usable;
-                    if (lanes)
-                        lane_terms(p.work.spencer_lanes, inv_f, lam, k, p.work.two_lanes);
+                    if (lanes && last_pass) {
+                        // A row's coefficient changes only once its last column is done.
+                        for (std::size_t n = 0; n < cols.size(); ++n)
+                            sl.v[n] = p.row_coef[std::size_t(cols[n].r)];
+                        last_lane_terms(sl, inv_f, f_s, lam, k, p.work.two_lanes);
+                    } else if (lanes) {
+                        lane_terms(sl, inv_f, lam, k, p.work.two_lanes);
+                    }
                 }
                 if (i == 1 && setup_kept)
                     p.active_columns = std::int32_t(cols.size());
@@ -657,10 +773,10 @@ static void solve(Project& p, Port& port)
                     rs.e = -double(p.head_water_force[ri]);
                     rs.arm = p.row_thrust_arm[ri];
                     RowRange& range = rows[ri];
-                    if (lanes) {
+                    if (lanes && !last_pass) {
                         std::size_t bad = 0;
-                        if (!lane_sums(p, p.work.spencer_lanes, cols, range.begin, range.end, inv_f, rs.a1,
-                                       rs.a2, rs.a3, bad)) {
+                        if (!lane_sums(p, sl, cols, range.begin, range.end, inv_f, rs.a1, rs.a2, rs.a3,
+                                       bad)) {
                             const SpencerColumn& e = cols[bad];
                             failure = {true, e.c, e.r, e.m, false};
                         }
@@ -756,6 +872,7 @@ static void solve(Project& p, Port& port)
                             e.w = p.col_weight.v[e.at];
                             e.area = p.col_area.v[e.at];
                             e.pore = p.col_pore.v[e.at];
+                            e.side_water = (e.pore * e.pore / 2 / gw) * rs_w;
                             e.cos_g = p.col_cos_gamma.v[e.at];
                             e.sin_a = sc.sin_a;
                             e.cos_a = sc.cos_a;
@@ -791,8 +908,22 @@ static void solve(Project& p, Port& port)
                                 local_fos(p, e, k);
                             }
                             // Before the last pass only the row's sums count.
-                            const bool ok = last_pass ? equations(e, rs)
-                                                      : column_sums(p, e, inv_f, lam, k, a1s, a2s, a3s);
+                            bool ok = false;
+                            if (!last_pass) {
+                                ok = column_sums(p, e, inv_f, lam, k, a1s, a2s, a3s);
+                            } else if (lanes) {
+                                ok = equations(
+                                    e, rs,
+                                    {{sl.ma[n], sl.na[n], sl.a1[n], sl.a2[n], sl.a3[n]}, sl.de[n], sl.n[n]},
+                                    {sl.n_vert[n], sl.normal[n], sl.shear[n]});
+                            } else {
+                                const LastTerms<double> lt = last_terms<double>(
+                                    e.t, e.cos_g, e.sin_a, e.cos_a, e.tan_a, e.f, e.w, e.ut_c, e.u, e.coh,
+                                    p.row_coef[std::size_t(e.r)], inv_f, f_s, lam, k);
+                                ok = equations(e, rs, lt,
+                                               normal_terms<double>(lt.n, e.cos_g, e.cos_a, e.area, e.u, e.t,
+                                                                    e.coh, f_s));
+                            }
                             if (!ok) {
                                 failure = {true, e.c, e.r, e.m, false};
                                 break;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <string>
 
 #include "solver/bishop_janbu.h"
@@ -453,6 +454,76 @@ TEST(spencer, two_dimensional_indices_are_ratios_and_percentages)
     EXPECT_GE(p->vol_thrust_inside, p->vol_thrust_middle);
     // Moment equilibrium closed: the two moments nearly cancel.
     EXPECT_LT(std::abs(p->moment_shear + p->moment_other), 0.01 * std::abs(p->moment_shear));
+}
+
+template <class V> static bool same_bits(const V& a, const V& b)
+{
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(a[0])) == 0;
+}
+
+static bool same_bits(float a, float b)
+{
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+// The iterations and the last pass of a round work the columns' terms out
+// several at a time. One at a time, or two lanes at a time, a section with
+// pore water and a thrust line leaves the same results bit for bit: the
+// factor, lambda, every column's thrust, normal stress and side ratio, the
+// indices, the moments and the messages, with those of a near-vertical
+// column's small m-alpha among them.
+TEST(spencer, terms_worked_out_together_equal_the_terms_one_at_a_time_in_a_section)
+{
+    for (int method : {3, 4})
+        for (bool steep : {false, true}) {
+            SCOPED_TRACE("method " + std::to_string(method) + (steep ? ", a near-vertical column" : ""));
+            auto run = [&](void (*set)(SolverWork&)) {
+                // Without friction m-alpha is cos(gamma) at the near-vertical column.
+                auto p = circle_2d(150, method, steep ? 0.0f : 20.0f);
+                p->mat_piezo[1] = 0.25f;
+                if (steep)
+                    for (int c = 1; c <= p->num_cols; ++c)
+                        if (p->zgrid(1, c, 1) - p->zgrid(1, c, p->sliding_index) > 1) {
+                            p->surf_dip_y(1, c) = 1.5f;
+                            break;
+                        }
+                set(p->work);
+                ScriptedPort port;
+                solve(*p, port);
+                return p;
+            };
+            const auto lanes = run([](SolverWork&) {});
+            ASSERT_GT(lanes->factor_of_safety, 0.0f);
+            // What makes the comparison bite: several rounds, water on the
+            // columns' sides, thrust ratios, and the messages where asked for.
+            EXPECT_GT(lanes->iteration_count, 6);
+            EXPECT_GT(*std::max_element(lanes->col_pore.v.begin(), lanes->col_pore.v.end()), 0.0f);
+            EXPECT_GT(lanes->thrust_ratio_mean, 0.0f);
+            EXPECT_EQ(count_messages(*lanes, "M ALPHA = ") > 0, steep);
+            for (void (*set)(SolverWork&) : {+[](SolverWork& w) { w.per_column_terms = true; },
+                                             +[](SolverWork& w) { w.two_lanes = true; }}) {
+                const auto other = run(set);
+                const Project &a = *lanes, &b = *other;
+                EXPECT_EQ(a.factor_of_safety, b.factor_of_safety);
+                EXPECT_EQ(a.lambda_coef, b.lambda_coef);
+                EXPECT_EQ(a.iteration_count, b.iteration_count);
+                EXPECT_TRUE(same_bits(a.col_eff_thrust.v, b.col_eff_thrust.v));
+                EXPECT_TRUE(same_bits(a.col_thrust_height.v, b.col_thrust_height.v));
+                EXPECT_TRUE(same_bits(a.col_shear_ratio.v, b.col_shear_ratio.v));
+                EXPECT_TRUE(same_bits(a.col_normal.v, b.col_normal.v));
+                EXPECT_TRUE(same_bits(a.col_fos.v, b.col_fos.v));
+                EXPECT_TRUE(same_bits(a.row_coef, b.row_coef));
+                for (auto f : {&Project::thrust_ratio_mean, &Project::thrust_ratio_min,
+                               &Project::thrust_ratio_max, &Project::vol_thrust_inside,
+                               &Project::vol_thrust_middle, &Project::vol_tension, &Project::vol_overstressed,
+                               &Project::moment_shear, &Project::moment_other, &Project::neg_normal_sum,
+                               &Project::lateral_unbalance, &Project::unbalance_z, &Project::resisting_sum})
+                    EXPECT_TRUE(same_bits(a.*f, b.*f));
+                ASSERT_EQ(a.message_count, b.message_count);
+                for (int i = 1; i <= a.message_count; ++i)
+                    EXPECT_EQ(a.message_text[std::size_t(i)], b.message_text[std::size_t(i)]);
+            }
+        }
 }
 
 TEST(morgenstern_price, a_shear_ratio_left_from_before_counts_where_no_shear_acts)
