@@ -31,9 +31,26 @@ CentreQueue::CentreQueue(Project& p, Port& port) : p_(p), port_(port)
     if (threads_ < 1)
         threads_ = 1;
     sets_ = threads_ > 1 ? std::min(threads_, std::max(p.search.runner->working_sets(), 1)) : 1;
+    if (sets_ > 1) {
+        runner_ = p.search.runner;
+        copies_ = std::move(runner_->kept_copies);
+        runner_->kept_copies.clear();
+        made_.assign(copies_.size(), 0); // each is refreshed when first needed
+    }
 }
 
-CentreQueue::~CentreQueue() = default;
+// The copies are kept between searches while they hold no more than this
+// many nodes in all: a copy costs some 200 bytes a node where its slides
+// reach, so about 100 MB at most lies idle. A bigger search lasts long
+// enough for a new copy's first writes not to count.
+constexpr long kept_copy_nodes = 500000;
+
+CentreQueue::~CentreQueue()
+{
+    const long nodes = long(p_.num_rows) * long(p_.num_cols) * long(copies_.size());
+    if (runner_ && nodes <= kept_copy_nodes)
+        runner_->kept_copies = std::move(copies_);
+}
 
 bool CentreQueue::run(const std::vector<CentreJob>& jobs,
                       const std::function<bool(const CentreOutcome&)>& take)

@@ -45,12 +45,14 @@ class CentreQueue {
 
     Project& p_;
     Port& port_;
+    std::shared_ptr<ParallelRunner> runner_; // of p.search, which a search moves aside
     bool traces_ = false;
     int threads_ = 1;
     int sets_ = 1;
     // The working copies of the workers beside the calling thread (which
-    // works on the user's project), each made by its worker when first
-    // needed, and kept for the lists that follow.
+    // works on the user's project), each made (or, if the runner kept one
+    // from an earlier search, refreshed) by its worker when first needed,
+    // and kept for the lists that follow.
     std::vector<std::unique_ptr<Project>> copies_;
     std::vector<char> made_; // the copy of the slot is of this search
 };

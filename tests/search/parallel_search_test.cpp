@@ -147,24 +147,33 @@ void open_example(Project& p, test::ScriptedPort& port, const std::string& name,
 
 enum class Kind { grid, automatic };
 
-// A search of an example on `threads` threads; `change` may alter the
-// project once it is open.
-SearchTrace search(const std::string& name, int method, Kind kind, int threads,
-                   void (*change)(Project&) = nullptr, int stop_after_yields = -1)
+// A search of an example with the given runner (none: on one thread);
+// `change` may alter the project once it is open.
+SearchTrace search_on(const std::shared_ptr<ParallelRunner>& runner, const std::string& name, int method,
+                      Kind kind, void (*change)(Project&) = nullptr, int stop_after_yields = -1)
 {
     Project p;
     HookedPort port;
     open_example(p, port, name, method);
     if (change != nullptr)
         change(p);
-    if (threads > 1)
-        p.search.runner = std::make_shared<TbbRunner>(threads, working_sets_asked);
+    p.search.runner = runner;
     port.stop_after_yields = stop_after_yields;
     if (kind == Kind::grid)
         solve_grid_search(p, port);
     else
         solve_auto_search(p, port);
     return trace_of(p, port);
+}
+
+// The same on `threads` threads, with a runner of its own.
+SearchTrace search(const std::string& name, int method, Kind kind, int threads,
+                   void (*change)(Project&) = nullptr, int stop_after_yields = -1)
+{
+    std::shared_ptr<ParallelRunner> runner;
+    if (threads > 1)
+        runner = std::make_shared<TbbRunner>(threads, working_sets_asked);
+    return search_on(runner, name, method, kind, change, stop_after_yields);
 }
 
 // Everything but the reason for one thread, which b may give.
@@ -287,8 +296,7 @@ TEST(parallel_search, a_search_on_four_threads_leaves_the_users_project_as_one_t
     EXPECT_EQ(one.state, four.state);
 }
 
-// The copies of one search are kept for the next, whatever its project: a
-// 2-D search after a 3-D one (other mesh, other layers) and the 3-D one
+// A 2-D search after a 3-D one (other mesh, other layers) and the 3-D one
 // again after it give what one thread gives.
 TEST(parallel_search, searches_one_after_another_on_other_projects_are_the_same_as_on_one_thread)
 {
@@ -298,6 +306,32 @@ TEST(parallel_search, searches_one_after_another_on_other_projects_are_the_same_
     expect_same(one_3d, search("slope3d-layers-piezo-force.tob", 1, Kind::grid, 4), 4);
     expect_same(one_2d, search("slope2d-homogeneous.tob", 3, Kind::grid, 4), 4);
     expect_same(one_3d, search("slope3d-layers-piezo-force.tob", 1, Kind::grid, 4), 4);
+}
+
+// A runner keeps its workers' copies from one search to the next, whatever
+// the project: searches one after another with one runner, on another mesh
+// and on the same project with weaker soil, give what one thread gives.
+TEST(parallel_search, a_runner_keeps_its_copies_for_the_next_search_of_any_project)
+{
+    const WorkingSets sets(4);
+    const std::string s3 = "slope3d-layers-piezo-force.tob", s2 = "slope2d-homogeneous.tob";
+    auto weaker = [](Project& p) {
+        for (int l = 1; l <= p.num_layers; ++l)
+            p.mat_phi[std::size_t(l)] -= 3;
+    };
+    const SearchTrace one_3d = search(s3, 1, Kind::grid, 1);
+    const SearchTrace one_2d = search(s2, 3, Kind::grid, 1);
+    const SearchTrace one_weaker = search(s3, 1, Kind::grid, 1, weaker);
+    ASSERT_NE(one_3d.best, one_weaker.best);
+    auto runner = std::make_shared<TbbRunner>(4, 4);
+    expect_same(one_3d, search_on(runner, s3, 1, Kind::grid), 4);
+    // The three workers beside the calling thread left their copies.
+    ASSERT_EQ(runner->kept_copies.size(), 3u);
+    for (const auto& copy : runner->kept_copies)
+        EXPECT_NE(copy, nullptr);
+    expect_same(one_2d, search_on(runner, s2, 3, Kind::grid), 4);
+    expect_same(one_3d, search_on(runner, s3, 1, Kind::grid), 4);
+    expect_same(one_weaker, search_on(runner, s3, 1, Kind::grid, weaker), 4);
 }
 
 // 16 threads on a machine of fewer cores hold no more working projects than
