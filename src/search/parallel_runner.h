@@ -32,7 +32,8 @@ class ParallelRunner {
     // The working copies of the last search's workers, kept for the next
     // search with this runner (centre_queue.cpp): a copy made anew writes
     // every page of its grids and buffers for the first time, which costs a
-    // short search a tenth of its time on two threads.
+    // short search a tenth of its time on two threads. A runner serves one
+    // search at a time, so these are never shared.
     std::vector<std::unique_ptr<Project>> kept_copies;
 };
 
