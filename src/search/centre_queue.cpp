@@ -33,9 +33,8 @@ CentreQueue::CentreQueue(Project& p, Port& port) : p_(p), port_(port)
     sets_ = threads_ > 1 ? std::min(threads_, std::max(p.search.runner->working_sets(), 1)) : 1;
     if (sets_ > 1) {
         runner_ = p.search.runner;
-        copies_ = std::move(runner_->kept_copies);
-        runner_->kept_copies.clear();
-        made_.assign(copies_.size(), 0); // each is refreshed when first needed
+        copies_.swap(runner_->kept_copies); // leaves the runner none
+        made_.assign(copies_.size(), 0);    // each is refreshed when first needed
     }
 }
 

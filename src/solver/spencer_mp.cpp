@@ -568,109 +568,106 @@ static void solve(Project& p, Port& port)
         const double a1 = lt.ct.a1, a2 = lt.ct.a2, a3 = lt.ct.a3;
         if (!std::isfinite(a1) || !std::isfinite(a2) || !std::isfinite(a3))
             return false;
-        {
-            const int r = e.r, c = e.c;
-            if (e.prev_active) // the arm is carried from the last base to this one
-                rs.arm = t_thrust - e.zs + double(p.zgrid(r, c - 1, si));
-            const double v = p.row_coef[std::size_t(r)];
-            const double e_in = rs.e;
-            const double de = lt.de;
-            rs.e = e_in + de;
-            const double en = rs.e;
-            // The thrust less the force of the water pressure on the side.
-            const float eff_stored = float(en - e.side_water);
-            p.col_eff_thrust.v[e.at] = eff_stored;
-            const double x = en * e.f * lam;
-            double n = lt.n;
-            if (lt.ct.na == 0) {
-                n = x + e.w;
-                nt = normal_terms<double>(n, e.cos_g, e.cos_a, e.area, e.u, e.t, e.coh, f_s);
-            }
-            if (!std::isfinite(n) || !std::isfinite(en))
-                return false;
-            const double n_vert = nt.n_vert;
-            if (n < 0)
-                p.neg_normal_sum = float(double(p.neg_normal_sum) + std::abs(n));
-            const double b = n * e.cos_g * e.tan_b;
-            p.lateral_unbalance = float(double(p.lateral_unbalance) + b);
-            lat_moment += b * (cz - e.zs);
-            p.col_normal.v[e.at] = float(nt.normal);
-
-            const double h = e.zg - e.zs;
-            const bool chain_end = c == num_cols || p.zgrid(r, c + 1, si) == p.zgrid(r, c + 1, nl);
-            if (!chain_end) {
-                if (two_d) {
-                    // Moment about the column's base gives the height of the thrust line.
-                    const double mb =
-                        e_in * rs.arm - (k + v) * e.w * h / 2 + (e_in + en) * e.f * lam * cs / 2;
-                    if (en == 0) {
-                        t_thrust = 0;
-                    } else {
-                        if (std::abs(h) < 0.0001) {
-                            t_thrust = 0;
-                            zeta = 0;
-                        } else {
-                            t_thrust = mb / en;
-                            zeta = t_thrust / h;
-                        }
-                        p.col_thrust_height.v[e.at] = float(t_thrust);
-                        if (zeta >= 0 && zeta <= 1) {
-                            p.vol_thrust_inside = float(double(p.vol_thrust_inside) + h * a_plan);
-                            p.thrust_ratio_mean = float(double(p.thrust_ratio_mean) + zeta);
-                            ++ratio_count;
-                            if (zeta < p.thrust_ratio_min)
-                                p.thrust_ratio_min = float(zeta);
-                            if (zeta > p.thrust_ratio_max)
-                                p.thrust_ratio_max = float(zeta);
-                        }
-                        if (zeta > 0.333 && zeta < 0.667)
-                            p.vol_thrust_middle = float(double(p.vol_thrust_middle) + h * a_plan);
-                    }
-                }
-                // Stresses on the vertical side: uniform, or a trapezoid when
-                // the thrust line lies low in the middle third.
-                const double eff = eff_stored;
-                double sb = 0, st = 0;
-                if (eff < 0) {
-                    p.vol_tension = float(double(p.vol_tension) + h * a_plan);
-                } else {
-                    sb = st = eff / h;
-                    if (zeta >= 0.3333 && zeta < 0.5) {
-                        st = (6 * eff / h) * (zeta - 0.333);
-                        sb = 2 * eff / h - st;
-                    }
-                }
-                // Strength of the vertical side through the column, layer by
-                // layer with the vertical values of every material type.
-                // A uniform stress has no gradient (a division spared: (sb - st) / h
-                // is a zero then, whose sign the sums below do not keep).
-                const double g = sb == st && std::isfinite(sb) && std::abs(h) > 0 ? 0.0 : (sb - st) / h;
-                double sv = 0;
-                const int base = p.col_material.v[e.at];
-                for (int l = base; l <= nl; ++l) {
-                    const double bl = l == base ? 0.0 : double(p.zgrid(r, c, l - 1)) - e.zs;
-                    const double tl = double(p.zgrid(r, c, l)) - e.zs;
-                    const double mean = ((sb - bl * g) + (sb - tl * g)) / 2;
-                    sv += (double(p.mat_cohesion_v[l]) + tan_phi_v[std::size_t(l)] * mean) * (tl - bl) * rs_w;
-                }
-                float ratio = p.col_shear_ratio.v[e.at]; // a ratio left from before counts the same
-                if (x > 0) {
-                    ratio = float(sv / x);
-                    p.col_shear_ratio.v[e.at] = ratio;
-                }
-                if (std::abs(ratio) < 1)
-                    p.vol_overstressed = float(double(p.vol_overstressed) + h * a_plan);
-            }
-            // Moments about the centre; y lies one spacing on from the node.
-            const double y = double(c) * cs + ymin;
-            const double hc = cz - e.zs;
-            const double arm = y - cy;
-            const double pa = arm * e.cos_a - hc * e.sin_a;
-            const double qa = arm * e.sin_a + hc * e.cos_a;
-            const double em = hc - h / 2;
-            p.moment_shear = float(double(p.moment_shear) + nt.shear * qa);
-            p.moment_other = float(double(p.moment_other) - e.w * (arm + k * em) + n_vert * pa);
+        const int r = e.r, c = e.c;
+        if (e.prev_active) // the arm is carried from the last base to this one
+            rs.arm = t_thrust - e.zs + double(p.zgrid(r, c - 1, si));
+        const double v = p.row_coef[std::size_t(r)];
+        const double e_in = rs.e;
+        const double de = lt.de;
+        rs.e = e_in + de;
+        const double en = rs.e;
+        // The thrust less the force of the water pressure on the side.
+        const float eff_stored = float(en - e.side_water);
+        p.col_eff_thrust.v[e.at] = eff_stored;
+        const double x = en * e.f * lam;
+        double n = lt.n;
+        if (lt.ct.na == 0) {
+            n = x + e.w;
+            nt = normal_terms<double>(n, e.cos_g, e.cos_a, e.area, e.u, e.t, e.coh, f_s);
         }
+        if (!std::isfinite(n) || !std::isfinite(en))
+            return false;
+        const double n_vert = nt.n_vert;
+        if (n < 0)
+            p.neg_normal_sum = float(double(p.neg_normal_sum) + std::abs(n));
+        const double b = n * e.cos_g * e.tan_b;
+        p.lateral_unbalance = float(double(p.lateral_unbalance) + b);
+        lat_moment += b * (cz - e.zs);
+        p.col_normal.v[e.at] = float(nt.normal);
+
+        const double h = e.zg - e.zs;
+        const bool chain_end = c == num_cols || p.zgrid(r, c + 1, si) == p.zgrid(r, c + 1, nl);
+        if (!chain_end) {
+            if (two_d) {
+                // Moment about the column's base gives the height of the thrust line.
+                const double mb = e_in * rs.arm - (k + v) * e.w * h / 2 + (e_in + en) * e.f * lam * cs / 2;
+                if (en == 0) {
+                    t_thrust = 0;
+                } else {
+                    if (std::abs(h) < 0.0001) {
+                        t_thrust = 0;
+                        zeta = 0;
+                    } else {
+                        t_thrust = mb / en;
+                        zeta = t_thrust / h;
+                    }
+                    p.col_thrust_height.v[e.at] = float(t_thrust);
+                    if (zeta >= 0 && zeta <= 1) {
+                        p.vol_thrust_inside = float(double(p.vol_thrust_inside) + h * a_plan);
+                        p.thrust_ratio_mean = float(double(p.thrust_ratio_mean) + zeta);
+                        ++ratio_count;
+                        if (zeta < p.thrust_ratio_min)
+                            p.thrust_ratio_min = float(zeta);
+                        if (zeta > p.thrust_ratio_max)
+                            p.thrust_ratio_max = float(zeta);
+                    }
+                    if (zeta > 0.333 && zeta < 0.667)
+                        p.vol_thrust_middle = float(double(p.vol_thrust_middle) + h * a_plan);
+                }
+            }
+            // Stresses on the vertical side: uniform, or a trapezoid when
+            // the thrust line lies low in the middle third.
+            const double eff = eff_stored;
+            double sb = 0, st = 0;
+            if (eff < 0) {
+                p.vol_tension = float(double(p.vol_tension) + h * a_plan);
+            } else {
+                sb = st = eff / h;
+                if (zeta >= 0.3333 && zeta < 0.5) {
+                    st = (6 * eff / h) * (zeta - 0.333);
+                    sb = 2 * eff / h - st;
+                }
+            }
+            // Strength of the vertical side through the column, layer by
+            // layer with the vertical values of every material type.
+            // A uniform stress has no gradient (a division spared: (sb - st) / h
+            // is a zero then, whose sign the sums below do not keep).
+            const double g = sb == st && std::isfinite(sb) && std::abs(h) > 0 ? 0.0 : (sb - st) / h;
+            double sv = 0;
+            const int base = p.col_material.v[e.at];
+            for (int l = base; l <= nl; ++l) {
+                const double bl = l == base ? 0.0 : double(p.zgrid(r, c, l - 1)) - e.zs;
+                const double tl = double(p.zgrid(r, c, l)) - e.zs;
+                const double mean = ((sb - bl * g) + (sb - tl * g)) / 2;
+                sv += (double(p.mat_cohesion_v[l]) + tan_phi_v[std::size_t(l)] * mean) * (tl - bl) * rs_w;
+            }
+            float ratio = p.col_shear_ratio.v[e.at]; // a ratio left from before counts the same
+            if (x > 0) {
+                ratio = float(sv / x);
+                p.col_shear_ratio.v[e.at] = ratio;
+            }
+            if (std::abs(ratio) < 1)
+                p.vol_overstressed = float(double(p.vol_overstressed) + h * a_plan);
+        }
+        // Moments about the centre; y lies one spacing on from the node.
+        const double y = double(c) * cs + ymin;
+        const double hc = cz - e.zs;
+        const double arm = y - cy;
+        const double pa = arm * e.cos_a - hc * e.sin_a;
+        const double qa = arm * e.sin_a + hc * e.cos_a;
+        const double em = hc - h / 2;
+        p.moment_shear = float(double(p.moment_shear) + nt.shear * qa);
+        p.moment_other = float(double(p.moment_other) - e.w * (arm + k * em) + n_vert * pa);
         add_to_row_sums(e.w, e.ut_c, ChainTerms{a1, a2, a3}, inv_f, rs.a1, rs.a2, rs.a3);
         return true;
     };
