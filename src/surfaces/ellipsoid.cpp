@@ -141,9 +141,31 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
 
     // The base trigonometry of every node of the slide, for the solver.
     w.trig_box = slide;
-    if (!slide.empty())
-        w.trig.resize(std::size_t(slide.r1 - slide.r0 + 1) * std::size_t(slide.c1 - slide.c0 + 1));
     const std::size_t trig_cols = slide.empty() ? 0 : std::size_t(slide.c1 - slide.c0 + 1);
+    if (!slide.empty()) {
+        const std::size_t entries = std::size_t(slide.r1 - slide.r0 + 1) * trig_cols;
+        w.trig.resize(entries);
+        w.trig_lent.assign(entries, 0);
+        w.trig_shape.resize(entries);
+    }
+    const double plan_area = double(p.row_spacing) * double(p.col_spacing);
+    w.shape_plan_area = plan_area;
+    w.mirrored_nodes = 0;
+    // The row whose nodes lie as far beyond the centre's X as those of `row`
+    // lie short of it, when it comes earlier in the slide and its offset is
+    // exactly this row's turned: a node of it at the same column has the same
+    // Y dip and the X dip turned, bit for bit, for every operation on the X
+    // slope keeps its sign. 0 when there is none, as where the centre lies
+    // off the mesh lines.
+    auto mirror_row = [&](int row, double dx) {
+        if (two_d || w.no_mirror || !(p.row_spacing > 0))
+            return 0;
+        const double at = (double(node_x(p, row)) + 2 * dx - double(p.x_min)) / double(p.row_spacing) + 1;
+        if (!(at > slide.r0 - 0.5 && at < row - 0.5))
+            return 0;
+        const int m = int(std::lround(at));
+        return ex - double(node_x(p, m)) == -dx ? m : 0;
+    };
 
     NodeBox cut{rows + 1, 0, cols + 1, 0};
     // Scratch of a row's cut nodes, all within the region's columns: their
@@ -205,13 +227,60 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
         if (n == 0)
             continue;
         cut = box_hull(cut, NodeBox{row, row, cut_cols[0], cut_cols[n - 1]});
-        // 4. The dips of the cut nodes, a step at a time over the row, so that
-        // the long chain of each node's divisions overlaps with its neighbours',
-        // and two at a time where the steps allow.
         const std::size_t trig_row = std::size_t(row - slide.r0) * trig_cols;
         auto entry = [&](std::size_t i) -> BaseTrig& {
             return w.trig[trig_row + std::size_t(cut_cols[i] - slide.c0)];
         };
+        // 4. The dips of the nodes the mirrored row worked out, from there; the
+        // other cut nodes stay in cut_cols. On a search whose centres lie on a
+        // mesh line (or midway) this halves the work of the dips.
+        if (const int m = mirror_row(row, dx); m != 0) {
+            const std::size_t mirror = std::size_t(m - slide.r0) * trig_cols;
+            std::size_t left = 0;
+            for (std::size_t i = 0; i < n; ++i) {
+                const int col = cut_cols[i];
+                const std::size_t at = mirror + std::size_t(col - slide.c0);
+                if (w.trig_lent[at] == 0) {
+                    cut_cols[left++] = col;
+                    continue;
+                }
+                const std::size_t own = trig_row + std::size_t(col - slide.c0);
+                BaseTrig e = w.trig[at];
+                e.dip_x = -e.dip_x;
+                e.sin_b = -e.sin_b;
+                e.tan_b = -e.tan_b;
+                w.trig[own] = e;
+                BaseShape sh = w.trig_shape[at];
+                sh.lat_slope = -sh.lat_slope;
+                w.trig_shape[own] = sh;
+                w.trig_lent[own] = 2;
+                p.surf_dip_y(row, col) = e.dip_y;
+                p.surf_dip_x(row, col) = e.dip_x;
+            }
+            w.mirrored_nodes += n - left;
+            n = left;
+            if (n == 0)
+                continue;
+        }
+        // The shape of the base at cut nodes i.. from their entries' Y dips and
+        // the X dip's tangent, sine and cosine.
+        auto shape_lanes = [&](std::size_t i, std::size_t lanes, const V& tb, const V& sb,
+                               const V& cb) TOBEL_LANE_BODY {
+            V ta{}, sa{}, ca{};
+            for (std::size_t j = 0; j < lane_count<V>; ++j) {
+                const BaseTrig& e = entry(i + std::min(j, lanes - 1));
+                ta[j] = e.tan_a;
+                sa[j] = e.sin_a;
+                ca[j] = e.cos_a;
+            }
+            const BaseShapeOf<V> sh = base_shape_of(ta, sa, ca, tb, sb, cb, plan_area);
+            for (std::size_t lane = 0; lane < lanes; ++lane)
+                w.trig_shape[trig_row + std::size_t(cut_cols[i + lane] - slide.c0)] =
+                    BaseShape{float(sh.cos_gamma[lane]), float(sh.lat_slope[lane]), float(sh.area[lane])};
+        };
+        // 5. The dips of the cut nodes, a step at a time over the row, so that
+        // the long chain of each node's divisions overlaps with its neighbours',
+        // and two at a time where the steps allow.
         // a. The sine and cosine of the Y dip, and its angle.
         in_lanes<V>(n, [&](std::size_t i, std::size_t lanes) TOBEL_LANE_BODY {
             V d{};
@@ -240,6 +309,7 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
             e.sin_a = sin_y[i] = sy.s;
             e.cos_a = cos_y[i] = sy.c;
             if (two_d) {
+                w.trig_lent[trig_row + std::size_t(col - slide.c0)] = 2;
                 p.surf_dip_x(row, col) = 0.0f;
                 e.dip_x = 0.0f;
                 e.sin_b = 0;
@@ -257,8 +327,11 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
             if (!two_d)
                 store_lanes(slope.data(), i, lanes, slope_x / c);
         });
-        if (two_d)
+        if (two_d) {
+            in_lanes<V>(n, [&](std::size_t i, std::size_t lanes)
+                               TOBEL_LANE_BODY { shape_lanes(i, lanes, V{} + 0.0, V{} + 0.0, V{} + 1.0); });
             continue;
+        }
         arc_tangents<V>(slope.data(), nullptr, dip.data(), n);
         // d. The stored X dip; its angle and slope stay in dip and slope, the
         // stored value goes where the Y dip's sines were, free by now.
@@ -268,10 +341,14 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
             BaseTrig& e = entry(i);
             // Near a tie of the rounding, with the library's cosine and arc tangent
             // as the description has them.
-            if (near_float_tie(dip[i], 1e-12)) {
+            const bool tie = near_float_tie(dip[i], 1e-12);
+            if (tie) {
                 slope[i] = slope_x / std::cos(double(e.dip_y));
                 dip[i] = std::atan(slope[i]);
             }
+            // The library's arc tangent is not promised to keep the sign: only
+            // the node's own operations are lent to the mirrored row.
+            w.trig_lent[trig_row + std::size_t(col - slide.c0)] = tie ? 2 : 1;
             const float dip_x = float(dip[i]);
             p.surf_dip_x(row, col) = dip_x;
             e.dip_x = dip_x;
@@ -290,6 +367,7 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
                 e.cos_b = sx.c[lane];
                 e.tan_b = tan_b[lane];
             }
+            shape_lanes(i, lanes, tan_b, sx.s, sx.c);
         });
     }
     w.cut = cut.empty() ? NodeBox{} : cut;

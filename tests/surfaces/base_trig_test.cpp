@@ -255,9 +255,15 @@ TEST(base_trig, the_dips_of_a_row_at_once_are_those_worked_out_node_by_node)
     struct Centre {
         float x, y, z, radius, aspect;
     };
+    // The last two lie on a mesh line (X 15) and midway between two (X
+    // 12.25): there a row takes its dips from the row mirrored about the
+    // centre wherever that row cut the same column, though the ground, which
+    // rises with X, cuts the two rows differently.
     const Centre centres[] = {{14.3f, 17.9f, 31.7f, 21.3f, 0.7f},
                               {9.1f, 22.4f, 35.2f, 24.9f, 0.45f},
-                              {20.6f, 12.3f, 27.8f, 17.1f, 1.0f}};
+                              {20.6f, 12.3f, 27.8f, 17.1f, 1.0f},
+                              {15.0f, 17.9f, 31.7f, 21.3f, 0.7f},
+                              {12.25f, 20.2f, 33.4f, 23.6f, 0.6f}};
     // Both widths of the row loops, where the processor has four lanes.
     for (const bool two_lanes : {false, true}) {
         p->work.two_lanes = two_lanes;
@@ -269,13 +275,28 @@ TEST(base_trig, the_dips_of_a_row_at_once_are_those_worked_out_node_by_node)
             p->ell_radius = e0.radius;
             p->ell_aspect = e0.aspect;
             build_ellipsoid(*p);
+            const bool on_a_line = e0.x == 15.0f || e0.x == 12.25f;
+            if (on_a_line) {
+                EXPECT_GT(p->work.mirrored_nodes, 300u);
+            } else {
+                EXPECT_EQ(p->work.mirrored_nodes, 0u);
+            }
             const double a = p->ell_aspect, rr = p->ell_radius, k = a * a * rr * rr;
             int cut = 0;
+            int cut_on_one_side_only = 0;
             for (int row = 1; row <= p->num_rows; ++row)
                 for (int col = 1; col <= p->num_cols; ++col) {
                     if (sliding(*p, row, col) == ground(*p, row, col))
                         continue;
                     ++cut;
+                    if (on_a_line) {
+                        // The node mirrored about the centre's X.
+                        const int mirror =
+                            int(std::lround(2 * double(e0.x - p->x_min) / double(p->row_spacing))) + 2 - row;
+                        if (mirror < 1 || mirror > p->num_rows ||
+                            sliding(*p, mirror, col) == ground(*p, mirror, col))
+                            ++cut_on_one_side_only;
+                    }
                     const double dx = double(p->ell_x) - double(float(node_x(*p, row)));
                     const double dy = double(float(node_y(*p, col))) - double(p->ell_y);
                     const double rl = rr * std::sqrt(1.0 - dx * dx / k);
@@ -309,8 +330,21 @@ TEST(base_trig, the_dips_of_a_row_at_once_are_those_worked_out_node_by_node)
                     EXPECT_EQ(e->sin_b, sx.s);
                     EXPECT_EQ(e->cos_b, sx.c);
                     EXPECT_EQ(e->tan_b, sx.s / sx.c);
+                    // The shape of the base beside it, for the mesh's plan area.
+                    const double plan = double(p->row_spacing) * double(p->col_spacing);
+                    const BaseShape* sh = base_shape_beside(p->work, e, plan);
+                    ASSERT_NE(sh, nullptr) << row << "," << col;
+                    const double tan_a = sy.s / sy.c, tan_b = sx.s / sx.c;
+                    const double cg = 1.0 / std::sqrt(tan_b * tan_b + tan_a * tan_a + 1.0);
+                    EXPECT_EQ(sh->cos_gamma, float(cg));
+                    EXPECT_EQ(sh->lat_slope, float(cg * tan_b));
+                    EXPECT_EQ(sh->area, float(plan * std::sqrt(1 - sy.s * sy.s * sx.s * sx.s) / sx.c / sy.c));
+                    EXPECT_EQ(base_shape_beside(p->work, e, plan * 2), nullptr);
                 }
             EXPECT_GT(cut, 300);
+            if (on_a_line) {
+                EXPECT_GT(cut_on_one_side_only, 10);
+            }
         }
     }
 }
