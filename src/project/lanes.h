@@ -111,13 +111,7 @@ template <class V>
         x[i + j] = v[j];
 }
 
-// The square roots of every lane, each rounded as std::sqrt rounds it; of a
-// double, its root, so that one formula serves a lane type and a double.
-inline double sqrt_lanes(double x)
-{
-    return std::sqrt(x);
-}
-
+// The square roots of every lane, each rounded as std::sqrt rounds it.
 inline Double2 sqrt_lanes(Double2 x)
 {
 #if defined(TOBEL_X86_LANES)

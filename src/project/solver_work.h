@@ -124,13 +124,6 @@ struct BaseTrig {
     double sin_b = 0, cos_b = 1, tan_b = 0;
 };
 
-// What the set-up works out of a node's base trigonometry and the plan area
-// of a column: cos(gamma), the lateral slope cos(gamma) tan(beta) and the
-// base's area, rounded as stored.
-struct BaseShape {
-    float cos_gamma = 1, lat_slope = 0, area = 0;
-};
-
 // The active nodes of a mesh row in the dense set-up of an ellipsoid trial,
 // one array per quantity, in the order of the nodes: what the per-node
 // evaluation would store at each, worked out before anything is stored.
@@ -179,17 +172,11 @@ struct SolverWork {
     // trig_box at (r - r0) * (c1 - c0 + 1) + (c - c0).
     NodeBox trig_box;
     std::vector<BaseTrig> trig;
-    // Which entries of `trig` the last ellipsoid wrote: 1 where it worked
-    // them out itself and so may lend them to the row mirrored about its
-    // centre, 2 where it took the library's arc tangent or the mirrored
-    // row's entry; 0 where an entry stays from an earlier trial. How many
-    // nodes took their entries from a mirrored row.
+    // Which entries of `trig` the last ellipsoid worked out itself (1), and
+    // so may lend to the row mirrored about its centre; and how many nodes
+    // took their entries from such a row.
     std::vector<std::uint8_t> trig_lent;
     std::size_t mirrored_nodes = 0;
-    // Beside each entry the ellipsoid wrote, the shape of the base for the
-    // plan area `shape_plan_area`.
-    std::vector<BaseShape> trig_shape;
-    double shape_plan_area = 0;
     // The ellipsoid's scratch: Y of the region's columns less the centre's.
     std::vector<double> column_offsets;
 

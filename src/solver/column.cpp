@@ -275,43 +275,31 @@ template <class V>
     d.n = n;
     // 2. The base: its dips' functions, then cos(gamma), the lateral slope and
     // the area two nodes at a time, for their roots and divisions take long.
-    // The ellipsoid leaves the shape worked out beside the functions of the
-    // dips it made: only a row with a node whose entry it did not write works
-    // the shapes out.
-    bool shaped = true;
     for (std::size_t k = 0; k < n; ++k) {
         const int c = d.col[k];
         const std::size_t at = p.col_weight.index(r, c);
         d.at[k] = at;
-        const BaseTrig* e = find_base_trig(p.work, r, c, p.surf_dip_x.v[at], p.surf_dip_y.v[at]);
-        const BaseTrig bt = e != nullptr ? *e : base_trig_of(p.surf_dip_x.v[at], p.surf_dip_y.v[at]);
+        const BaseTrig bt = node_base_trig(p.work, r, c, p.surf_dip_x.v[at], p.surf_dip_y.v[at]);
         d.sin_a[k] = bt.sin_a;
         d.cos_a[k] = bt.cos_a;
         d.tan_b[k] = bt.tan_b;
         d.tan_a[k] = bt.tan_a;
         d.sin_b[k] = bt.sin_b;
         d.cos_b[k] = bt.cos_b;
-        const BaseShape* sh = shaped ? base_shape_beside(p.work, e, a) : nullptr;
-        if (sh == nullptr) {
-            shaped = false;
-            continue;
-        }
-        d.cos_gamma[k] = sh->cos_gamma;
-        d.lat_slope[k] = sh->lat_slope;
-        d.area[k] = sh->area;
     }
-    if (!shaped)
-        in_lanes<V>(n, [&](std::size_t i, std::size_t lanes) TOBEL_LANE_BODY {
-            const BaseShapeOf<V> sh = base_shape_of(
-                load_lanes<V>(d.tan_a.data(), i, lanes), load_lanes<V>(d.sin_a.data(), i, lanes),
-                load_lanes<V>(d.cos_a.data(), i, lanes), load_lanes<V>(d.tan_b.data(), i, lanes),
-                load_lanes<V>(d.sin_b.data(), i, lanes), load_lanes<V>(d.cos_b.data(), i, lanes), a);
-            for (std::size_t lane = 0; lane < lanes; ++lane) {
-                d.cos_gamma[i + lane] = float(sh.cos_gamma[lane]);
-                d.lat_slope[i + lane] = float(sh.lat_slope[lane]);
-                d.area[i + lane] = float(sh.area[lane]);
-            }
-        });
+    in_lanes<V>(n, [&](std::size_t i, std::size_t lanes) TOBEL_LANE_BODY {
+        const V tb = load_lanes<V>(d.tan_b.data(), i, lanes), ta = load_lanes<V>(d.tan_a.data(), i, lanes);
+        const V sa = load_lanes<V>(d.sin_a.data(), i, lanes), ca = load_lanes<V>(d.cos_a.data(), i, lanes);
+        const V sb = load_lanes<V>(d.sin_b.data(), i, lanes), cb = load_lanes<V>(d.cos_b.data(), i, lanes);
+        const V cg = 1.0 / sqrt_lanes(tb * tb + ta * ta + 1.0);
+        const V lat = cg * tb;
+        const V area = a * sqrt_lanes(1 - sa * sa * sb * sb) / cb / ca;
+        for (std::size_t lane = 0; lane < lanes; ++lane) {
+            d.cos_gamma[i + lane] = float(cg[lane]);
+            d.lat_slope[i + lane] = float(lat[lane]);
+            d.area[i + lane] = float(area[lane]);
+        }
+    });
     for (std::size_t k = 0; k < n; ++k)
         if (!(d.area[k] != 0) || !std::isfinite(d.area[k]))
             return false;
@@ -436,15 +424,15 @@ ColumnOutcome evaluate_column(Project& p, int r, int c, const ColumnSwitches& sw
 
         if (sw.setup) {
             s.tan_a = bt.tan_a;
+            const double cg = 1.0 / std::sqrt(s.tan_b * s.tan_b + s.tan_a * s.tan_a + 1.0);
+            p.col_cos_gamma(r, c) = float(cg);
+            if (sw.bishop_janbu)
+                p.col_lat_slope(r, c) = float(cg * s.tan_b);
             s.sin_b = bt.sin_b;
             s.cos_b = bt.cos_b;
             const double a = double(p.row_spacing) * double(p.col_spacing);
-            const BaseShapeOf<double> sh =
-                base_shape_of(s.tan_a, s.sin_a, s.cos_a, s.tan_b, s.sin_b, s.cos_b, a);
-            p.col_cos_gamma(r, c) = float(sh.cos_gamma);
-            if (sw.bishop_janbu)
-                p.col_lat_slope(r, c) = float(sh.lat_slope);
-            p.col_area(r, c) = float(sh.area);
+            const double area = a * std::sqrt(1 - s.sin_a * s.sin_a * s.sin_b * s.sin_b) / s.cos_b / s.cos_a;
+            p.col_area(r, c) = float(area);
 
             int l = 1;
             double t = 0;

@@ -150,22 +150,6 @@ template <class V> [[gnu::always_inline]] inline V quick_atan_lanes(const V& x)
     return __builtin_bit_cast(V, (__builtin_bit_cast(M, r) & ~sign) | (bits & sign));
 }
 
-// The shape of the base from its dips' functions and the plan area a of a
-// column, of a double or of every lane of a lane type: one formula for the
-// ellipsoid, which works it out with the dips, and both set-ups.
-template <class V> struct BaseShapeOf {
-    V cos_gamma, lat_slope, area;
-};
-
-template <class V>
-[[gnu::always_inline]] inline BaseShapeOf<V> base_shape_of(const V& tan_a, const V& sin_a, const V& cos_a,
-                                                           const V& tan_b, const V& sin_b, const V& cos_b,
-                                                           double a)
-{
-    const V cg = 1.0 / sqrt_lanes(tan_b * tan_b + tan_a * tan_a + 1.0);
-    return {cg, cg * tan_b, a * sqrt_lanes(1 - sin_a * sin_a * sin_b * sin_b) / cos_b / cos_a};
-}
-
 // The entry of a node's stored dips from the library functions of the angles.
 BaseTrig base_trig_of(float dip_x, float dip_y);
 
@@ -185,18 +169,6 @@ inline const BaseTrig* find_base_trig(const SolverWork& w, int r, int c, float d
         std::bit_cast<std::uint32_t>(e.dip_y) != std::bit_cast<std::uint32_t>(dip_y))
         return nullptr;
     return &e;
-}
-
-// The shape the last ellipsoid worked out beside entry e of its `trig`, when
-// it wrote that entry itself and for plan area a; otherwise null.
-inline const BaseShape* base_shape_beside(const SolverWork& w, const BaseTrig* e, double a)
-{
-    if (e == nullptr || w.shape_plan_area != a)
-        return nullptr;
-    const std::size_t k = std::size_t(e - w.trig.data());
-    if (k >= w.trig_lent.size() || k >= w.trig_shape.size() || w.trig_lent[k] == 0)
-        return nullptr;
-    return &w.trig_shape[k];
 }
 
 // The base trigonometry of node (r, c) with the given stored dips.

@@ -146,10 +146,7 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
         const std::size_t entries = std::size_t(slide.r1 - slide.r0 + 1) * trig_cols;
         w.trig.resize(entries);
         w.trig_lent.assign(entries, 0);
-        w.trig_shape.resize(entries);
     }
-    const double plan_area = double(p.row_spacing) * double(p.col_spacing);
-    w.shape_plan_area = plan_area;
     w.mirrored_nodes = 0;
     // The row whose nodes lie as far beyond the centre's X as those of `row`
     // lie short of it, when it comes earlier in the slide and its offset is
@@ -250,10 +247,6 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
                 e.sin_b = -e.sin_b;
                 e.tan_b = -e.tan_b;
                 w.trig[own] = e;
-                BaseShape sh = w.trig_shape[at];
-                sh.lat_slope = -sh.lat_slope;
-                w.trig_shape[own] = sh;
-                w.trig_lent[own] = 2;
                 p.surf_dip_y(row, col) = e.dip_y;
                 p.surf_dip_x(row, col) = e.dip_x;
             }
@@ -262,22 +255,6 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
             if (n == 0)
                 continue;
         }
-        // The shape of the base at cut nodes i.. from their entries' Y dips and
-        // the X dip's tangent, sine and cosine.
-        auto shape_lanes = [&](std::size_t i, std::size_t lanes, const V& tb, const V& sb,
-                               const V& cb) TOBEL_LANE_BODY {
-            V ta{}, sa{}, ca{};
-            for (std::size_t j = 0; j < lane_count<V>; ++j) {
-                const BaseTrig& e = entry(i + std::min(j, lanes - 1));
-                ta[j] = e.tan_a;
-                sa[j] = e.sin_a;
-                ca[j] = e.cos_a;
-            }
-            const BaseShapeOf<V> sh = base_shape_of(ta, sa, ca, tb, sb, cb, plan_area);
-            for (std::size_t lane = 0; lane < lanes; ++lane)
-                w.trig_shape[trig_row + std::size_t(cut_cols[i + lane] - slide.c0)] =
-                    BaseShape{float(sh.cos_gamma[lane]), float(sh.lat_slope[lane]), float(sh.area[lane])};
-        };
         // 5. The dips of the cut nodes, a step at a time over the row, so that
         // the long chain of each node's divisions overlaps with its neighbours',
         // and two at a time where the steps allow.
@@ -309,7 +286,6 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
             e.sin_a = sin_y[i] = sy.s;
             e.cos_a = cos_y[i] = sy.c;
             if (two_d) {
-                w.trig_lent[trig_row + std::size_t(col - slide.c0)] = 2;
                 p.surf_dip_x(row, col) = 0.0f;
                 e.dip_x = 0.0f;
                 e.sin_b = 0;
@@ -327,11 +303,8 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
             if (!two_d)
                 store_lanes(slope.data(), i, lanes, slope_x / c);
         });
-        if (two_d) {
-            in_lanes<V>(n, [&](std::size_t i, std::size_t lanes)
-                               TOBEL_LANE_BODY { shape_lanes(i, lanes, V{} + 0.0, V{} + 0.0, V{} + 1.0); });
+        if (two_d)
             continue;
-        }
         arc_tangents<V>(slope.data(), nullptr, dip.data(), n);
         // d. The stored X dip; its angle and slope stay in dip and slope, the
         // stored value goes where the Y dip's sines were, free by now.
@@ -348,7 +321,7 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
             }
             // The library's arc tangent is not promised to keep the sign: only
             // the node's own operations are lent to the mirrored row.
-            w.trig_lent[trig_row + std::size_t(col - slide.c0)] = tie ? 2 : 1;
+            w.trig_lent[trig_row + std::size_t(col - slide.c0)] = tie ? 0 : 1;
             const float dip_x = float(dip[i]);
             p.surf_dip_x(row, col) = dip_x;
             e.dip_x = dip_x;
@@ -367,7 +340,6 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
                 e.cos_b = sx.c[lane];
                 e.tan_b = tan_b[lane];
             }
-            shape_lanes(i, lanes, tan_b, sx.s, sx.c);
         });
     }
     w.cut = cut.empty() ? NodeBox{} : cut;

@@ -497,10 +497,10 @@ TEST(bounded_trial, morgenstern_price_terms_in_pairs_equal_the_terms_one_at_a_ti
     check_column_terms(4, true);
 }
 
-// The centres of these trials lie on mesh lines: a row takes its dips and
-// the shape of its base from the row mirrored about the centre's X where
-// that row worked them out, and leaves the same state bit for bit as when
-// every row works them out, hard layer, crack and all.
+// The centres of these trials lie on mesh lines: a row takes its dips from
+// the row mirrored about the centre's X where that row worked them out, and
+// leaves the same state bit for bit as when every row works them out, hard
+// layer, crack and all.
 TEST(bounded_trial, a_row_mirrored_about_the_centre_leaves_what_it_would_work_out)
 {
     for (int method = 1; method <= 4; ++method) {
