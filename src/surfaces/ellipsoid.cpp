@@ -224,10 +224,10 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
         if (n == 0)
             continue;
         cut = box_hull(cut, NodeBox{row, row, cut_cols[0], cut_cols[n - 1]});
+        // Where column `col` of a row starting at `row_start` stands in w.trig.
+        auto slot = [&](std::size_t row_start, int col) { return row_start + std::size_t(col - slide.c0); };
         const std::size_t trig_row = std::size_t(row - slide.r0) * trig_cols;
-        auto entry = [&](std::size_t i) -> BaseTrig& {
-            return w.trig[trig_row + std::size_t(cut_cols[i] - slide.c0)];
-        };
+        auto entry = [&](std::size_t i) -> BaseTrig& { return w.trig[slot(trig_row, cut_cols[i])]; };
         // 4. The dips of the nodes the mirrored row worked out, from there; the
         // other cut nodes stay in cut_cols. On a search whose centres lie on a
         // mesh line (or midway) this halves the work of the dips.
@@ -236,17 +236,15 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
             std::size_t left = 0;
             for (std::size_t i = 0; i < n; ++i) {
                 const int col = cut_cols[i];
-                const std::size_t at = mirror + std::size_t(col - slide.c0);
-                if (w.trig_lent[at] == 0) {
+                if (w.trig_lent[slot(mirror, col)] == 0) {
                     cut_cols[left++] = col;
                     continue;
                 }
-                const std::size_t own = trig_row + std::size_t(col - slide.c0);
-                BaseTrig e = w.trig[at];
+                BaseTrig e = w.trig[slot(mirror, col)];
                 e.dip_x = -e.dip_x;
                 e.sin_b = -e.sin_b;
                 e.tan_b = -e.tan_b;
-                w.trig[own] = e;
+                w.trig[slot(trig_row, col)] = e;
                 p.surf_dip_y(row, col) = e.dip_y;
                 p.surf_dip_x(row, col) = e.dip_x;
             }
@@ -321,7 +319,7 @@ template <class V> [[gnu::always_inline]] static inline void build_ellipsoid_wit
             }
             // The library's arc tangent is not promised to keep the sign: only
             // the node's own operations are lent to the mirrored row.
-            w.trig_lent[trig_row + std::size_t(col - slide.c0)] = tie ? 0 : 1;
+            w.trig_lent[slot(trig_row, col)] = tie ? 0 : 1;
             const float dip_x = float(dip[i]);
             p.surf_dip_x(row, col) = dip_x;
             e.dip_x = dip_x;
